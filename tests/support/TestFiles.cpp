@@ -1,0 +1,39 @@
+#include "TestFiles.h"
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+KivString fromPath(const fs::path& p) { return KivString::fromUtf8(p.u8string()); }
+}  // namespace
+
+KivString sharedDataPath(const std::string& relative) {
+    fs::path p = fs::path(KIV_SHARED_DATA_DIR) / relative;
+#if defined(_WIN32)
+    // The build tree is on Linux; Wine shows the Linux root as drive Z:.
+    return KivString(u"Z:") + fromPath(p.lexically_normal().make_preferred());
+#else
+    return fromPath(p.lexically_normal());
+#endif
+}
+
+TempFile::TempFile(const std::string& bytes, const std::string& name) {
+    static std::atomic<int> counter{0};
+    fs::path folder = fs::temp_directory_path() / ("kiv-" + std::to_string(counter++) + "-" +
+                                                   std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    fs::create_directories(folder);
+    fs::path file = folder / name;
+    std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    m_native = file.u8string();
+    m_nativeFolder = folder.u8string();
+    m_path = fromPath(file);
+    m_folder = fromPath(folder);
+}
+
+TempFile::~TempFile() {
+    std::error_code ec;
+    fs::remove_all(fs::u8path(m_nativeFolder), ec);
+}
