@@ -1,8 +1,11 @@
 #include "TestFiles.h"
 
+#include "KivFileAccess.h"
+
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace fs = std::filesystem;
 
@@ -10,8 +13,18 @@ namespace {
 KivString fromPath(const fs::path& p) { return KivString::fromUtf8(p.u8string()); }
 }  // namespace
 
-KivString sharedDataPath(const std::string& relative) {
-    fs::path p = fs::path(KIV_SHARED_DATA_DIR) / relative;
+KivString sharedDataPath(const std::string& relative) { return sharedPath("data/" + relative); }
+
+std::string specText() {
+    KivFileAccess file(sharedPath("spec.md"), KivString(u"r"), KivFileAccess::eUtf8);
+    KivString text;
+    const long length = file.getFileLength();
+    if (length > 0) file.readFile(text, static_cast<std::size_t>(length));
+    return text.toUtf8();
+}
+
+KivString sharedPath(const std::string& relative) {
+    fs::path p = fs::path(KIV_SHARED_DIR) / relative;
 #if defined(_WIN32)
     // The build tree is on Linux; Wine shows the Linux root as drive Z:.
     return KivString(u"Z:") + fromPath(p.lexically_normal().make_preferred());

@@ -5,8 +5,11 @@
 
 #include "KivString.h"
 
-// Path of ../shared/data/<relative> as the platform's file functions take it.
+// Path of ../shared/<relative> and ../shared/data/<relative> as the platform's file functions take them.
+KivString sharedPath(const std::string& relative);
 KivString sharedDataPath(const std::string& relative);
+// The whole text of ../shared/spec.md (UTF-8), for tests that check data against the contract.
+std::string specText();
 
 // A file in a private temporary folder, removed with the object.
 class TempFile {

@@ -1,0 +1,45 @@
+// IKivDC: the device-context seam of every drawing algorithm (Parts 1.3, 3.2, 4.2, 5.2, 6.2, 7.1).
+// Portable. The calls are the GDI calls the Parts name, with integer coordinates; the Win32 shell
+// implements them on a real HDC (owning the pens and brushes it creates), tests record them
+// (tests/support/RecordingDC) and assert the exact sequence.
+#pragma once
+
+#include "KivString.h"
+#include "KivTypes.h"
+
+class IKivDC {
+public:
+    virtual ~IKivDC() = default;
+
+    virtual KivColor getSysColor(int index) = 0;  // GetSysColor (the system's, seen from this DC's side)
+
+    virtual KivColor setTextColor(KivColor color) = 0;  // returns the previous colour
+    virtual KivColor setBkColor(KivColor color) = 0;    // returns the previous colour
+    virtual KivColor getBkColor() = 0;
+    virtual int setBkMode(int mode) = 0;                  // returns the previous mode
+    virtual unsigned setTextAlign(unsigned align) = 0;    // returns the previous alignment
+
+    virtual void fillRect(const KivRect& rect, const KivBrush& brush) = 0;
+    virtual void frameRect(const KivRect& rect, const KivBrush& brush) = 0;
+    virtual void drawFocusRect(const KivRect& rect) = 0;
+    virtual int drawText(const KivString& text, const KivRect& rect, unsigned format) = 0;
+    virtual bool textOut(int x, int y, const KivString& text) = 0;
+    virtual KivSize getTextExtent(const KivString& text) = 0;  // GetTextExtentPoint32W
+
+    // Selection: the DC keeps what it creates until the matching restore puts the previous back.
+    virtual void selectPen(const KivPen& pen) = 0;
+    virtual void restorePen() = 0;
+    virtual void selectBrush(const KivBrush& brush) = 0;
+    virtual void restoreBrush() = 0;
+    virtual void selectStockFont(KivStockObject font) = 0;
+    virtual void restoreFont() = 0;
+
+    virtual void moveTo(int x, int y) = 0;
+    virtual void lineTo(int x, int y) = 0;
+    virtual void ellipse(const KivRect& rect) = 0;
+
+    // CreateCompatibleDC + CreateCompatibleBitmap(bitmapWidth, bitmapHeight) selected into it, then
+    // BitBlt of dest's size from the memory DC's origin to dest's top-left with `rop`, then release.
+    virtual void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest,
+                                            unsigned long rop) = 0;
+};

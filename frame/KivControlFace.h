@@ -1,0 +1,11 @@
+// The face a framed control paints in OnDraw (Part 1.3). Portable.
+#pragma once
+
+#include "IKivChildList.h"
+#include "IKivDC.h"
+
+// Design mode (ambient UserMode false): white fill and `designText` centred on the baseline.
+// User mode: fill with the translated ambient back colour, then invalidate (erasing) and update
+// the child at once, if it exists (`child` may be null). The DC's background colour is restored.
+void KivDrawControlFace(IKivDC& dc, const KivRect& bounds, bool userMode, const KivString& designText,
+                        KivColor ambientBackColor, IKivChildList* child);
