@@ -2,6 +2,8 @@
 # The private Wine environment of one cross build tree: a WINEPREFIX and an Xvfb display inside the
 # build tree, never the user's own.
 #   wine-env.sh setup BUILD      start Xvfb and a persistent wineserver; create the prefix once
+#   wine-env.sh prefix BUILD     create the prefix once (no display)
+#   wine-env.sh tool BUILD EXE [ARGS...]   a build step under Wine
 #   wine-env.sh teardown BUILD   stop both (the prefix stays for the next run)
 #   wine-env.sh run BUILD EXE [ARGS...]   run a Windows program there, with a time limit
 #   wine-env.sh dpi-run BUILD N EXE [ARGS...]   run a program at N dots per inch, then restore 96
@@ -33,6 +35,12 @@ setup)
     mv "$state/display.tmp" "$state/display"
   fi
   use_display
+  "$0" prefix "$build" || exit 1
+  "$WINESERVER" -p > /dev/null 2>&1 < /dev/null || true
+  echo "wine-env: ready (DISPLAY=$DISPLAY, WINEPREFIX=$WINEPREFIX)"
+  ;;
+prefix)
+  mkdir -p "$state"
   if [ ! -f "$WINEPREFIX/.kiv-ready" ]; then
     echo "wine-env: creating the private prefix (first time only)"
     timeout 300 "$WINE" wineboot -i > "$state/wineboot.log" 2>&1 < /dev/null || { echo "wineboot failed"; cat "$state/wineboot.log"; exit 1; }
@@ -42,12 +50,17 @@ setup)
     "$WINESERVER" -w
     touch "$WINEPREFIX/.kiv-ready"
   fi
-  "$WINESERVER" -p > /dev/null 2>&1 < /dev/null || true
-  echo "wine-env: ready (DISPLAY=$DISPLAY, WINEPREFIX=$WINEPREFIX)"
   ;;
 teardown)
   "$WINESERVER" -k 2>/dev/null || true
   if [ -f "$state/xvfb.pid" ]; then kill "$(cat "$state/xvfb.pid")" 2>/dev/null || true; rm -f "$state/xvfb.pid"; fi
+  ;;
+tool)
+  # A build step under Wine (no display needed): creates the prefix first when it is missing.
+  "$0" prefix "$build" || exit 1
+  exe=$1; shift
+  timeout -k 5 120 "$WINE" "$exe" "$@" < /dev/null
+  exit $?
   ;;
 run)
   use_display

@@ -1,0 +1,327 @@
+// KivOleControl: the frame's ActiveX control object, our COleControl (Part 1.3). Win32 side.
+// It implements the COM interfaces containers need, windowed in-place activation with one control
+// window, events through connection points, persistence compatible with MFC's layout, and the stock
+// Enabled property; a control family derives from it and supplies its identity and hooks.
+//
+// Interfaces: IDispatch (also for the control's dispinterface IID), IOleObject, IOleInPlaceObject,
+// IOleInPlaceActiveObject, IOleControl, IProvideClassInfo(2), IConnectionPointContainer (events and
+// IPropertyNotifySink), IPersistStreamInit, IPersistStorage ("Contents"), IPersistMemory,
+// IPersistPropertyBag, ISpecifyPropertyPages, IViewObject/IViewObject2/IViewObjectEx.
+// IQuickActivate is left out (containers fall back to the interfaces above).
+#pragma once
+
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <vector>
+
+#include "IKivChildList.h"
+#include "IKivControlSite.h"
+#include "IKivDC.h"
+#include "KivCom.h"
+#include "KivDispatch.h"
+
+// What a control gives the frame (Parts 1.1, 1.3).
+struct KivControlClass {
+    const CLSID* clsid;
+    const KivDispInterface* dispatch;
+    const KivDispInterface* events;
+    const CLSID* propertyPage;
+    UINT userTypeNameId;
+    DWORD miscStatus;
+    DWORD stockMask;  // stock properties the control has: BackColor 0x01, ForeColor 0x08, Enabled 0x40
+    const wchar_t* designText;
+};
+
+namespace kivstock {
+constexpr DWORD kBackColor = 0x01;
+constexpr DWORD kForeColor = 0x08;
+constexpr DWORD kEnabled = 0x40;
+}  // namespace kivstock
+
+class KivOleControl;
+
+// One connection point of a control (events, or IPropertyNotifySink). Lives inside the control.
+class KivConnectionPoint final : public IConnectionPoint {
+public:
+    KivConnectionPoint(KivOleControl& owner, const IID& iid) : m_owner(owner), m_iid(iid) {}
+    ~KivConnectionPoint();
+
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+    STDMETHODIMP GetConnectionInterface(IID* iid) override;
+    STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
+    STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
+    STDMETHODIMP Unadvise(DWORD cookie) override;
+    STDMETHODIMP EnumConnections(IEnumConnections** e) override;
+
+    // The advised sinks, in advise order (each holds one reference).
+    std::vector<IUnknown*> sinks() const;
+    void clear();
+
+private:
+    struct Connection {
+        DWORD cookie;
+        IUnknown* sink;
+    };
+    KivOleControl& m_owner;
+    IID m_iid;
+    std::vector<Connection> m_connections;
+    DWORD m_nextCookie = 1;
+};
+
+class KivOleControl : public IDispatch,
+                      public IOleObject,
+                      public IOleInPlaceObject,
+                      public IOleInPlaceActiveObject,
+                      public IOleControl,
+                      public IProvideClassInfo2,
+                      public IConnectionPointContainer,
+                      public IPersistStreamInit,
+                      public IPersistStorage,
+                      public IPersistMemory,
+                      public IPersistPropertyBag,
+                      public ISpecifyPropertyPages,
+                      public IViewObjectEx,
+                      public IKivControlSite {
+public:
+    explicit KivOleControl(const KivControlClass& cls);
+    virtual ~KivOleControl();
+
+    // IUnknown
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+    // IDispatch
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT index, LCID lcid, ITypeInfo** info) override;
+    STDMETHODIMP GetIDsOfNames(REFIID riid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) override;
+    STDMETHODIMP Invoke(DISPID dispid, REFIID riid, LCID lcid, WORD flags, DISPPARAMS* params, VARIANT* result,
+                        EXCEPINFO* excep, UINT* argErr) override;
+    // IOleObject
+    STDMETHODIMP SetClientSite(IOleClientSite* site) override;
+    STDMETHODIMP GetClientSite(IOleClientSite** site) override;
+    STDMETHODIMP SetHostNames(LPCOLESTR app, LPCOLESTR obj) override;
+    STDMETHODIMP Close(DWORD saveOption) override;
+    STDMETHODIMP SetMoniker(DWORD which, IMoniker* mk) override;
+    STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** mk) override;
+    STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
+    STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
+    STDMETHODIMP DoVerb(LONG verb, LPMSG msg, IOleClientSite* site, LONG index, HWND parent, LPCRECT rect) override;
+    STDMETHODIMP EnumVerbs(IEnumOLEVERB** e) override;
+    STDMETHODIMP Update() override;
+    STDMETHODIMP IsUpToDate() override;
+    STDMETHODIMP GetUserClassID(CLSID* clsid) override;
+    STDMETHODIMP GetUserType(DWORD form, LPOLESTR* name) override;
+    STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP Advise(IAdviseSink* sink, DWORD* cookie) override;
+    STDMETHODIMP Unadvise(DWORD cookie) override;
+    STDMETHODIMP EnumAdvise(IEnumSTATDATA** e) override;
+    STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
+    STDMETHODIMP SetColorScheme(LOGPALETTE* pal) override;
+    // IOleWindow, IOleInPlaceObject, IOleInPlaceActiveObject
+    STDMETHODIMP GetWindow(HWND* hwnd) override;
+    STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
+    STDMETHODIMP InPlaceDeactivate() override;
+    STDMETHODIMP UIDeactivate() override;
+    STDMETHODIMP SetObjectRects(LPCRECT pos, LPCRECT clip) override;
+    STDMETHODIMP ReactivateAndUndo() override;
+    STDMETHODIMP TranslateAccelerator(LPMSG msg) override;
+    STDMETHODIMP OnFrameWindowActivate(BOOL activate) override;
+    STDMETHODIMP OnDocWindowActivate(BOOL activate) override;
+    STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) override;
+    STDMETHODIMP EnableModeless(BOOL enable) override;
+    // IOleControl
+    STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
+    STDMETHODIMP OnMnemonic(MSG* msg) override;
+    STDMETHODIMP OnAmbientPropertyChange(DISPID dispid) override;
+    STDMETHODIMP FreezeEvents(BOOL freeze) override;
+    // IProvideClassInfo2
+    STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
+    STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
+    // IConnectionPointContainer
+    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** e) override;
+    STDMETHODIMP FindConnectionPoint(REFIID riid, IConnectionPoint** cp) override;
+    // IPersist and its four kinds
+    STDMETHODIMP GetClassID(CLSID* clsid) override;
+    STDMETHODIMP IsDirty() override;
+    STDMETHODIMP Load(LPSTREAM stream) override;
+    STDMETHODIMP Save(LPSTREAM stream, BOOL clearDirty) override;
+    STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
+    STDMETHODIMP InitNew() override;
+    STDMETHODIMP InitNew(IStorage* storage) override;
+    STDMETHODIMP Load(IStorage* storage) override;
+    STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
+    STDMETHODIMP SaveCompleted(IStorage* storage) override;
+    STDMETHODIMP HandsOffStorage() override;
+    STDMETHODIMP Load(LPVOID memory, ULONG size) override;
+    STDMETHODIMP Save(LPVOID memory, BOOL clearDirty, ULONG size) override;
+    STDMETHODIMP GetSizeMax(ULONG* size) override;
+    STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
+    STDMETHODIMP Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAll) override;
+    // ISpecifyPropertyPages
+    STDMETHODIMP GetPages(CAUUID* pages) override;
+    // IViewObject, IViewObject2, IViewObjectEx
+    STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetDev, HDC draw,
+                      LPCRECTL bounds, LPCRECTL wBounds, BOOL(STDMETHODCALLTYPE* cont)(ULONG_PTR), ULONG_PTR arg) override;
+    STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetDev,
+                             LOGPALETTE** colors) override;
+    STDMETHODIMP Freeze(DWORD aspect, LONG index, void* aspectInfo, DWORD* freeze) override;
+    STDMETHODIMP Unfreeze(DWORD freeze) override;
+    STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
+    STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
+    STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, LPSIZEL size) override;
+    STDMETHODIMP GetRect(DWORD aspect, LPRECTL rect) override;
+    STDMETHODIMP GetViewStatus(DWORD* status) override;
+    STDMETHODIMP QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT loc, LONG closeHint, DWORD* hit) override;
+    STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT loc, LONG closeHint, DWORD* hit) override;
+    STDMETHODIMP GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC targetDev,
+                                  DVEXTENTINFO* info, LPSIZEL size) override;
+
+    // IKivControlSite: what the control's behaviour asks of the frame.
+    void fireEvent(int dispid, const std::vector<KivEventArg>& args) override;
+    void setModifiedFlag(bool modified) override { m_dirty = modified; }
+    void setFocus() override;
+
+    // Stock properties and ambients.
+    bool enabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+    bool ambientUserMode();
+    KivColor ambientBackColor();
+    HWND hwnd() const { return m_hwnd; }
+    const KivControlClass& controlClass() const { return m_class; }
+
+protected:
+    // Hooks of a control family (Part 1.3's overrides).
+    virtual void onCreate(HWND window, const RECT& client) = 0;  // create the child
+    virtual void onDestroy() {}                                   // the child goes with the window
+    virtual void onSize(int width, int height) { (void)width, (void)height; }
+    virtual void onSetFocus() {}
+    virtual void onEnabledChanged(bool enabled) { (void)enabled; }
+    virtual void onCommand(WPARAM wParam, LPARAM lParam) { (void)wParam, (void)lParam; }
+    virtual bool onDrawItem(const DRAWITEMSTRUCT& item) { (void)item; return false; }
+    virtual bool onMeasureItem(MEASUREITEMSTRUCT& item) { (void)item; return false; }
+    // OnDraw: the design face or the user-mode fill (the default is Part 1.3's).
+    virtual void onDraw(IKivDC& dc, const KivRect& bounds, bool userMode);
+    virtual IKivChildList* childList() { return nullptr; }
+
+private:
+    static LRESULT CALLBACK windowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+    LRESULT onMessage(UINT msg, WPARAM wParam, LPARAM lParam);
+    HRESULT inPlaceActivate(LONG verb);
+    void destroyWindow();
+    void notifyPropertyChanged(DISPID dispid);
+    void viewChanged();
+    HRESULT ambient(DISPID dispid, VARIANT& value);
+
+    // Persistence in MFC's layout.
+    HRESULT loadFromStream(IStream* stream);
+    HRESULT saveToStream(IStream* stream);
+    ULONG persistedSize() const;
+
+    KivRefCount m_refs;
+    const KivControlClass& m_class;
+    KivConnectionPoint m_eventsPoint;
+    KivConnectionPoint m_propertyNotifyPoint;
+    KivComPtr<IOleClientSite> m_clientSite;
+    KivComPtr<IOleInPlaceSite> m_inPlaceSite;
+    KivComPtr<IOleAdviseHolder> m_adviseHolder;
+    KivComPtr<IAdviseSink> m_viewSink;
+    DWORD m_viewAspects = 0;
+    DWORD m_viewFlags = 0;
+    HWND m_hwnd = nullptr;
+    bool m_uiActive = false;
+    bool m_dirty = false;
+    bool m_enabled = true;
+    KivColor m_foreColor = 0x80000000 | COLOR_WINDOWTEXT;  // OLE_COLOR of a system colour
+    KivColor m_backColor = 0x80000000 | COLOR_WINDOW;
+    SIZEL m_extent{2646, 1323};  // HIMETRIC, 100 x 50 pixels at 96 dpi
+    int m_freezeEvents = 0;
+    RECT m_posRect{};
+};
+
+// Window-side seams over real Win32 objects, shared by the control families.
+// IKivChildList over a combo box (CB_*) or list box (LB_*) window.
+class KivWin32ChildList final : public IKivChildList {
+public:
+    enum class Kind { ComboBox, ListBox };
+    KivWin32ChildList(HWND window, Kind kind) : m_hwnd(window), m_kind(kind) {}
+    HWND hwnd() const { return m_hwnd; }
+
+    KivLResult addString(const KivString& text) override;
+    KivLResult insertString(int index, const KivString& text) override;
+    KivLResult deleteString(int index) override;
+    void resetContent() override;
+    KivLResult setItemData(int index, KivItemData data) override;
+    KivLResult getItemData(int index) override;
+    KivLResult getText(int index, KivString& text) override;
+    KivLResult getCount() override;
+    KivLResult getCurSel() override;
+    KivLResult setCurSel(int index) override;
+    bool getDroppedState() override;
+    KivLResult setItemHeight(int index, int height) override;
+    KivLResult getItemHeight(int index) override;
+    void setDefaultGuiFont() override;
+    void redraw(unsigned flags) override;
+    void invalidate(bool erase) override;
+    void update() override;
+    void move(int x, int y, int width, int height, bool repaint) override;
+    void enable(bool enabled) override;
+    void setFocus() override;
+
+private:
+    LRESULT send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const;
+    HWND m_hwnd;
+    Kind m_kind;
+};
+
+// IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
+// deselected; GetSysColor is the system's.
+class KivGdiDC final : public IKivDC {
+public:
+    explicit KivGdiDC(HDC dc) : m_dc(dc) {}
+    ~KivGdiDC();
+    KivGdiDC(const KivGdiDC&) = delete;
+    KivGdiDC& operator=(const KivGdiDC&) = delete;
+
+    KivColor getSysColor(int index) override;
+    KivColor setTextColor(KivColor color) override;
+    KivColor setBkColor(KivColor color) override;
+    KivColor getBkColor() override;
+    int setBkMode(int mode) override;
+    unsigned setTextAlign(unsigned align) override;
+    void fillRect(const KivRect& rect, const KivBrush& brush) override;
+    void frameRect(const KivRect& rect, const KivBrush& brush) override;
+    void drawFocusRect(const KivRect& rect) override;
+    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
+    bool textOut(int x, int y, const KivString& text) override;
+    KivSize getTextExtent(const KivString& text) override;
+    void selectPen(const KivPen& pen) override;
+    void restorePen() override;
+    void selectBrush(const KivBrush& brush) override;
+    void restoreBrush() override;
+    void selectStockFont(KivStockObject font) override;
+    void restoreFont() override;
+    void moveTo(int x, int y) override;
+    void lineTo(int x, int y) override;
+    void ellipse(const KivRect& rect) override;
+    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
+
+private:
+    struct Selection {
+        HGDIOBJ previous;
+        HGDIOBJ created;  // deleted after deselection; null for stock objects
+    };
+    void restore(std::vector<Selection>& stack);
+    HDC m_dc;
+    std::vector<Selection> m_pens, m_brushes, m_fonts;
+};
+
+// The stock Enabled property (DISPID_ENABLED) of every control, served by the frame.
+HRESULT KivStockEnabledGet(void* self, VARIANT* args, VARIANT* result);
+HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT* result);
+
+RECT KivToRECT(const KivRect& r);
+KivRect KivFromRECT(const RECT& r);

@@ -1,0 +1,28 @@
+// The twelve classes of Part 1.1 in the table's order. Each control issue adds its factory here.
+#include "KivGuids.h"
+#include "KivModule.h"
+#include "KivResources.h"
+
+const std::vector<KivFactoryEntry>& KivFactories() {
+    static const std::vector<KivFactoryEntry> factories = {
+        {&CLSID_KivColorCtrl, L"KIVLORQCONTROLS.KivColorCtrl.1", IDS_KIVCOLOR, IDB_KIVCOLOR, 0x00021191, true,
+         &KivCreateColorControl},
+        {&CLSID_KivColorPropPage, L"KIVLORQCONTROLS.KivColorPropPage.1", IDS_KIVCOLOR_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVCOLOR, CLSID_KivColorPropPage, r, o); }},
+        // 3: CKivHatchCtrl arrives with Part 6.3.
+        {&CLSID_KivHatchPropPage, L"KIVLORQCONTROLS.KivHatchPropPage.1", IDS_KIVHATCH_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVHATCH, CLSID_KivHatchPropPage, r, o); }},
+        // 5: CKivLayerCtrl arrives with Part 7.1.
+        {&CLSID_KivLayerPropPage, L"KIVLORQCONTROLS.KivLayerPropPage.1", IDS_KIVLAYER_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLAYER, CLSID_KivLayerPropPage, r, o); }},
+        // 7, 8: CKivLinetypeCtrl and CKivLinetypeListCtrl arrive with Parts 4.3 and 4.4.
+        {&CLSID_KivLinetypePropPage, L"KIVLORQCONTROLS.KivLinetypePropPage.1", IDS_KIVLINETYPE_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINETYPE, CLSID_KivLinetypePropPage, r, o); }},
+        // 10: CKivLineweightCtrl arrives with Part 5.2.
+        {&CLSID_KivLineweightPropPage, L"KIVLORQCONTROLS.KivLineweightPropPage.1", IDS_KIVLINEWEIGHT_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINEWEIGHT, CLSID_KivLineweightPropPage, r, o); }},
+        {&CLSID_KivLTypeListPropPage, L"KIVLORQCONTROLS.KivLTypeListPropPage.1", IDS_KIVLTYPELIST_PPG, 0, 0, false,
+         [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLTYPELIST, CLSID_KivLTypeListPropPage, r, o); }},
+    };
+    return factories;
+}

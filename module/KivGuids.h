@@ -1,0 +1,30 @@
+// The identifiers of the module (Parts 1.1, 1.2), as the spec gives them. Win32 side.
+#pragma once
+
+#include <guiddef.h>
+
+extern const GUID LIBID_KIVLORQCONTROLSLib;  // {64000C4D-B3B0-460E-85BC-05C90B5ADC21}
+extern const GUID CLSID_KivColorCtrl;  // {134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}
+extern const GUID CLSID_KivColorPropPage;  // {13C03DB5-8843-4B08-BCA1-F4032586C767}
+extern const GUID CLSID_KivHatchCtrl;  // {D15E93F0-B2C2-4728-8484-4E561229776F}
+extern const GUID CLSID_KivHatchPropPage;  // {632E700B-7FB5-4682-B2F2-BF1D5111058D}
+extern const GUID CLSID_KivLayerCtrl;  // {A7D6D7BA-DF9F-4E65-84F6-1239BE58B84A}
+extern const GUID CLSID_KivLayerPropPage;  // {6DA7E9FD-46EE-4123-8CBB-9ADCACFB1ED4}
+extern const GUID CLSID_KivLinetypeCtrl;  // {2EEDA6B2-2037-4824-8629-9EAA7758E9BF}
+extern const GUID CLSID_KivLinetypeListCtrl;  // {DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}
+extern const GUID CLSID_KivLinetypePropPage;  // {FC9C7841-BFED-489D-9DB9-49551B27B6EC}
+extern const GUID CLSID_KivLineweightCtrl;  // {FB47E4A7-11D0-4FFE-9EC1-EEF7C8047D13}
+extern const GUID CLSID_KivLineweightPropPage;  // {6646D52E-EC7D-403B-874A-3AE343EE9A1C}
+extern const GUID CLSID_KivLTypeListPropPage;  // {4ED48E07-66E0-493E-A53B-1B8D8C6B80A3}
+extern const GUID DIID__DKivColor;  // {5F9D0F49-2079-46BE-9220-C51E2A021D11}
+extern const GUID DIID__DKivColorEvents;  // {E2A8D3CB-CEDE-42DA-8883-1554CD8030DD}
+extern const GUID DIID__DKivLayer;  // {DDDF607E-5288-418F-B18F-66E713B1A18A}
+extern const GUID DIID__DKivLayerEvents;  // {41FF97A2-4D74-4374-8D7C-E458F28AEA0F}
+extern const GUID DIID__DKivLinetype;  // {09603A20-95BF-4876-B23A-8494BA8F4A02}
+extern const GUID DIID__DKivLinetypeEvents;  // {B38FC9AE-123A-4217-9E92-7F2B3E58EA52}
+extern const GUID DIID__DKivLineweight;  // {9D8E3FCB-ADCF-4C49-9BAC-98A07C49738F}
+extern const GUID DIID__DKivLineweightEvents;  // {B67DDBB9-C50E-4CE2-A70C-F5A5D59A92AF}
+extern const GUID DIID__DKivHatch;  // {69B2F882-0370-4645-8A35-517AA8E22A92}
+extern const GUID DIID__DKivHatchEvents;  // {31864F54-4ECC-4D0A-A3C2-A8BE66536B8E}
+extern const GUID DIID__DKivLTypeList;  // {0C0BD408-CA81-404D-A161-A2952FAD32D4}
+extern const GUID DIID__DKivLTypeListEvents;  // {57D2AB1D-50F4-48D9-A9FD-62702A5527D6}

@@ -1,0 +1,30 @@
+// The module's library: coclasses in the type library's order, and the description the type
+// library is built from (Part 1.2). Win32 side.
+#pragma once
+
+#include "KivDispatch.h"
+#include "KivOleControl.h"
+#include "KivTypeLibBuilder.h"
+
+// Dispinterfaces of the six controls. The colour control's (colour/win) carries its handlers; the
+// others are descriptions until their controls arrive (module/KivPendingInterfaces.cpp).
+extern const KivDispInterface g_DKivColor, g_DKivColorEvents;
+extern const KivDispInterface g_DKivLayer, g_DKivLayerEvents;
+extern const KivDispInterface g_DKivLinetype, g_DKivLinetypeEvents;
+extern const KivDispInterface g_DKivLineweight, g_DKivLineweightEvents;
+extern const KivDispInterface g_DKivHatch, g_DKivHatchEvents;
+extern const KivDispInterface g_DKivLTypeList, g_DKivLTypeListEvents;
+
+const KivTypeLibDesc& KivLibraryDesc();
+
+// Shorthands for the tables.
+#define KIV_PROPERTY(name, id, tlb, disp, get, put) {L## #name, id, true, false, KivTlbType::tlb, disp, nullptr, 0, get, put}
+#define KIV_STOCK_PROPERTY(name, id, tlb, disp, get, put) {L## #name, id, true, true, KivTlbType::tlb, disp, nullptr, 0, get, put}
+#define KIV_METHOD(name, id, tlb, disp, params, fn) \
+    {L## #name, id, false, false, KivTlbType::tlb, disp, params, kivCountOf(params), fn, nullptr}
+#define KIV_METHOD0(name, id, tlb, disp, fn) {L## #name, id, false, false, KivTlbType::tlb, disp, nullptr, 0, fn, nullptr}
+
+template <std::size_t N>
+constexpr int kivCountOf(const KivParam (&)[N]) {
+    return static_cast<int>(N);
+}

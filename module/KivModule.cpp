@@ -1,0 +1,161 @@
+// The module (Part 1.1): DllMain, the class factories in the table's order, the four exports and
+// registration exactly as MFC's registration functions write it. Win32 side.
+#include <olectl.h>
+
+#include <string>
+
+#include "KivCom.h"
+#include "KivGuids.h"
+#include "KivModule.h"
+#include "KivResources.h"
+
+namespace {
+
+// One static class factory per class. Its references hold the server lock, so a container that
+// keeps a factory keeps the module loaded.
+class KivClassFactory final : public IClassFactory {
+public:
+    explicit KivClassFactory(const KivFactoryEntry& entry) : m_entry(entry) {}
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
+        static const KivInterfaceEntry table[] = {{&IID_IClassFactory, &kivCast<IClassFactory, KivClassFactory>},
+                                                  {nullptr, nullptr}};
+        return KivQueryInterface(this, table, riid, out);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override {
+        kivmodule::lock(true);
+        return 2;
+    }
+    STDMETHODIMP_(ULONG) Release() override {
+        kivmodule::lock(false);
+        return 1;
+    }
+    STDMETHODIMP CreateInstance(IUnknown* outer, REFIID riid, void** out) override {
+        if (out == nullptr) return E_POINTER;
+        *out = nullptr;
+        if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+        return m_entry.create(riid, out);
+    }
+    STDMETHODIMP LockServer(BOOL lock) override {
+        kivmodule::lock(lock != FALSE);
+        return S_OK;
+    }
+
+private:
+    const KivFactoryEntry& m_entry;
+};
+
+std::wstring guidText(const GUID& guid) {
+    wchar_t text[40];
+    StringFromGUID2(guid, text, 40);
+    return text;
+}
+
+std::wstring loadText(UINT id) {
+    wchar_t text[256];
+    const int n = LoadStringW(kivmodule::instance(), id, text, 256);
+    return n > 0 ? std::wstring(text, static_cast<std::size_t>(n)) : std::wstring();
+}
+
+bool setValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    HKEY handle = nullptr;
+    if (RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &handle, nullptr) != ERROR_SUCCESS)
+        return false;
+    const LONG result = RegSetValueExW(handle, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                                       static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(handle);
+    return result == ERROR_SUCCESS;
+}
+
+bool createKey(const std::wstring& key) {
+    HKEY handle = nullptr;
+    if (RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &handle, nullptr) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(handle);
+    return true;
+}
+
+bool deleteTree(const std::wstring& key) {
+    const LONG result = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+    return result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND;
+}
+
+std::wstring modulePath() {
+    wchar_t path[MAX_PATH];
+    const DWORD n = GetModuleFileNameW(kivmodule::instance(), path, MAX_PATH);
+    return n > 0 && n < MAX_PATH ? std::wstring(path, n) : std::wstring();
+}
+
+// AfxOleRegisterControlClass / AfxOleRegisterPropertyPageClass.
+bool registerEntry(const KivFactoryEntry& e, const std::wstring& path) {
+    const std::wstring clsid = guidText(*e.clsid);
+    const std::wstring key = L"CLSID\\" + clsid;
+    const std::wstring name = loadText(e.nameId);
+    bool ok = setValue(key, nullptr, name) && setValue(key + L"\\InprocServer32", nullptr, path) &&
+              setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    if (!e.isControl) return ok;
+    ok = ok && setValue(e.progId, nullptr, name) && setValue(std::wstring(e.progId) + L"\\CLSID", nullptr, clsid) &&
+         setValue(key + L"\\ProgID", nullptr, e.progId) &&
+         setValue(key + L"\\ToolboxBitmap32", nullptr, path + L", " + std::to_wstring(e.bitmapId)) &&
+         setValue(key + L"\\MiscStatus", nullptr, L"0") &&
+         setValue(key + L"\\MiscStatus\\1", nullptr, std::to_wstring(e.miscStatus)) && createKey(key + L"\\Control") &&
+         setValue(key + L"\\TypeLib", nullptr, guidText(LIBID_KIVLORQCONTROLSLib)) &&
+         setValue(key + L"\\Version", nullptr, L"1.0");
+    return ok;
+}
+
+// AfxOleUnregisterClass: the class id's key, and the ProgID's for a control.
+bool unregisterEntry(const KivFactoryEntry& e) {
+    bool ok = deleteTree(L"CLSID\\" + guidText(*e.clsid));
+    if (e.isControl) ok = deleteTree(e.progId) && ok;
+    return ok;
+}
+
+}  // namespace
+
+const KivFactoryEntry* KivFindFactory(const CLSID& clsid) {
+    for (const KivFactoryEntry& e : KivFactories())
+        if (IsEqualCLSID(*e.clsid, clsid)) return &e;
+    return nullptr;
+}
+
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        kivmodule::setInstance(instance);
+        DisableThreadLibraryCalls(instance);
+    }
+    return TRUE;
+}
+
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID riid, LPVOID* out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    const KivFactoryEntry* entry = KivFindFactory(clsid);
+    if (entry == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
+    static KivClassFactory* factories[32] = {};
+    const std::size_t index = static_cast<std::size_t>(entry - KivFactories().data());
+    if (factories[index] == nullptr) factories[index] = new KivClassFactory(*entry);  // static, lives with the module
+    return factories[index]->QueryInterface(riid, out);
+}
+
+STDAPI DllCanUnloadNow() { return kivmodule::canUnload() ? S_OK : S_FALSE; }
+
+STDAPI DllRegisterServer() {
+    const std::wstring path = modulePath();
+    // 1. The type library from the module's own file.
+    KivComPtr<ITypeLib> library;
+    if (path.empty() || FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put())) ||
+        FAILED(RegisterTypeLib(library.get(), const_cast<wchar_t*>(path.c_str()), nullptr)))
+        return SELFREG_E_TYPELIB;
+    // 2. Every factory.
+    for (const KivFactoryEntry& e : KivFactories())
+        if (!registerEntry(e, path)) return SELFREG_E_CLASS;
+    return S_OK;
+}
+
+STDAPI DllUnregisterServer() {
+    // 1. The type library, then 2. every factory.
+    if (FAILED(UnRegisterTypeLib(LIBID_KIVLORQCONTROLSLib, 1, 0, 0, SYS_WIN64))) return SELFREG_E_TYPELIB;
+    bool ok = true;
+    for (const KivFactoryEntry& e : KivFactories()) ok = unregisterEntry(e) && ok;
+    return ok ? S_OK : SELFREG_E_CLASS;
+}

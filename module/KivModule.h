@@ -1,0 +1,23 @@
+// The module's class table (Part 1.1). Win32 side.
+#pragma once
+
+#include <ole2.h>
+
+#include <vector>
+
+struct KivFactoryEntry {
+    const CLSID* clsid;
+    const wchar_t* progId;
+    UINT nameId;      // user type name (control) or registration name (page)
+    UINT bitmapId;    // toolbox bitmap (controls)
+    DWORD miscStatus; // controls
+    bool isControl;
+    HRESULT (*create)(REFIID riid, void** out);
+};
+
+// The factories in the table's order; a class whose behaviour has not arrived has no factory yet.
+const std::vector<KivFactoryEntry>& KivFactories();
+const KivFactoryEntry* KivFindFactory(const CLSID& clsid);
+
+HRESULT KivCreateColorControl(REFIID riid, void** out);
+HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);
