@@ -110,6 +110,19 @@ bool unregisterEntry(const KivFactoryEntry& e) {
     return ok;
 }
 
+HRESULT unregisterTypeLib() {
+    KivComPtr<ITypeLib> library;
+    HRESULT hr = LoadRegTypeLib(LIBID_KIVLORQCONTROLSLib, 1, 0, 0, library.put());
+    if (FAILED(hr)) hr = LoadRegTypeLib(LIBID_KIVLORQCONTROLSLib, 1, 0, MAKELCID(0x409, SORT_DEFAULT), library.put());
+    if (FAILED(hr)) return hr;
+    TLIBATTR* attr = nullptr;
+    hr = library->GetLibAttr(&attr);
+    if (FAILED(hr)) return hr;
+    hr = UnRegisterTypeLib(attr->guid, attr->wMajorVerNum, attr->wMinorVerNum, attr->lcid, attr->syskind);
+    library->ReleaseTLibAttr(attr);
+    return hr;
+}
+
 }  // namespace
 
 const KivFactoryEntry* KivFindFactory(const CLSID& clsid) {
@@ -153,8 +166,9 @@ STDAPI DllRegisterServer() {
 }
 
 STDAPI DllUnregisterServer() {
-    // 1. The type library, then 2. every factory.
-    if (FAILED(UnRegisterTypeLib(LIBID_KIVLORQCONTROLSLib, 1, 0, 0, SYS_WIN64))) return SELFREG_E_TYPELIB;
+    // 1. The type library (AfxOleUnregisterTypeLib with version 1.0, locale 0: like MFC, find the
+    //    registered library and remove it whatever locale it was registered under), 2. every factory.
+    if (FAILED(unregisterTypeLib())) return SELFREG_E_TYPELIB;
     bool ok = true;
     for (const KivFactoryEntry& e : KivFactories()) ok = unregisterEntry(e) && ok;
     return ok ? S_OK : SELFREG_E_CLASS;

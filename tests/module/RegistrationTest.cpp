@@ -1,0 +1,207 @@
+// Part 1.1 under Wine: DllRegisterServer writes exactly MFC's entries for the colour control and the
+// six pages plus the type library; DllUnregisterServer removes all of them and nothing else; the
+// error codes; DllGetClassObject and DllCanUnloadNow. The test ends with the module registered, for
+// the script and container tests that follow it.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <olectl.h>
+
+#include <map>
+#include <string>
+
+#include "KivCom.h"
+#include "ModulePath.h"
+
+namespace {
+
+using Snapshot = std::map<std::wstring, std::wstring>;  // "key\\[value]" -> data
+
+void snapshotKey(HKEY parent, const std::wstring& path, Snapshot& out) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+    out[path + L"\\"] = L"";  // the key itself
+    wchar_t name[512];
+    BYTE data[4096];
+    for (DWORD i = 0;; ++i) {
+        DWORD nameLength = 512, dataLength = sizeof data, type = 0;
+        if (RegEnumValueW(key, i, name, &nameLength, nullptr, &type, data, &dataLength) != ERROR_SUCCESS) break;
+        std::wstring value = type == REG_SZ ? std::wstring(reinterpret_cast<wchar_t*>(data)) : L"(type " + std::to_wstring(type) + L")";
+        out[path + L"\\[" + name + L"]"] = value;
+    }
+    for (DWORD i = 0;; ++i) {
+        DWORD nameLength = 512;
+        if (RegEnumKeyExW(key, i, name, &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+        snapshotKey(parent, path.empty() ? name : path + L"\\" + name, out);
+    }
+    RegCloseKey(key);
+}
+
+Snapshot snapshot() {
+    Snapshot s;
+    snapshotKey(HKEY_CLASSES_ROOT, L"", s);
+    return s;
+}
+
+std::string narrow(const std::wstring& w) {
+    std::string s;
+    for (wchar_t c : w) s.push_back(c < 128 ? static_cast<char>(c) : '?');
+    return s;
+}
+
+struct Module {
+    Module() {
+        CoInitialize(nullptr);
+        handle = LoadLibraryW(kivModulePath().c_str());
+        if (handle != nullptr) {
+            reg = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllRegisterServer"));
+            unreg = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllUnregisterServer"));
+            canUnload = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllCanUnloadNow"));
+            getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(GetProcAddress(handle, "DllGetClassObject"));
+        }
+    }
+    ~Module() {
+        if (handle != nullptr) FreeLibrary(handle);
+        CoUninitialize();
+    }
+    HMODULE handle = nullptr;
+    HRESULT(WINAPI* reg)() = nullptr;
+    HRESULT(WINAPI* unreg)() = nullptr;
+    HRESULT(WINAPI* canUnload)() = nullptr;
+    HRESULT(WINAPI* getClassObject)(REFCLSID, REFIID, void**) = nullptr;
+};
+
+const std::wstring kColor = L"CLSID\\{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}";
+
+}  // namespace
+
+TEST(Registration, ExactEntriesAndNothingLeftBehind) {
+    Module m;
+    ASSERT_NE(m.handle, nullptr);
+    ASSERT_NE(m.reg, nullptr);
+    m.unreg();  // start from an unregistered module
+    const Snapshot before = snapshot();
+    ASSERT_EQ(m.reg(), S_OK);
+    const Snapshot after = snapshot();
+
+    std::map<std::wstring, std::wstring> added;
+    for (const auto& [k, v] : after)
+        if (before.find(k) == before.end()) added[k] = v;
+    for (const auto& [k, v] : before) EXPECT_EQ(after.count(k), 1u) << narrow(k) << " disappeared";
+
+    const std::wstring path = kivModulePath();
+    // The colour control, as AfxOleRegisterControlClass writes it.
+    const std::map<std::wstring, std::wstring> control = {
+        {L"KIVLORQCONTROLS.KivColorCtrl.1\\", L""},
+        {L"KIVLORQCONTROLS.KivColorCtrl.1\\[]", L"KivColorControl"},
+        {L"KIVLORQCONTROLS.KivColorCtrl.1\\CLSID\\", L""},
+        {L"KIVLORQCONTROLS.KivColorCtrl.1\\CLSID\\[]", L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}"},
+        {kColor + L"\\", L""},
+        {kColor + L"\\[]", L"KivColorControl"},
+        {kColor + L"\\ProgID\\", L""},
+        {kColor + L"\\ProgID\\[]", L"KIVLORQCONTROLS.KivColorCtrl.1"},
+        {kColor + L"\\InprocServer32\\", L""},
+        {kColor + L"\\InprocServer32\\[]", path},
+        {kColor + L"\\InprocServer32\\[ThreadingModel]", L"Apartment"},
+        {kColor + L"\\ToolboxBitmap32\\", L""},
+        {kColor + L"\\ToolboxBitmap32\\[]", path + L", 1"},
+        {kColor + L"\\MiscStatus\\", L""},
+        {kColor + L"\\MiscStatus\\[]", L"0"},
+        {kColor + L"\\MiscStatus\\1\\", L""},
+        {kColor + L"\\MiscStatus\\1\\[]", L"135569"},  // 0x00021191
+        {kColor + L"\\Control\\", L""},
+        {kColor + L"\\TypeLib\\", L""},
+        {kColor + L"\\TypeLib\\[]", L"{64000C4D-B3B0-460E-85BC-05C90B5ADC21}"},
+        {kColor + L"\\Version\\", L""},
+        {kColor + L"\\Version\\[]", L"1.0"},
+    };
+    for (const auto& [k, v] : control) {
+        const auto it = added.find(k);
+        ASSERT_NE(it, added.end()) << narrow(k) << " missing";
+        EXPECT_EQ(narrow(it->second), narrow(v)) << narrow(k);
+        added.erase(it);
+    }
+    // The six pages, as AfxOleRegisterPropertyPageClass writes them: no ProgID.
+    const std::pair<const wchar_t*, const wchar_t*> pages[] = {
+        {L"{13C03DB5-8843-4B08-BCA1-F4032586C767}", L"KivColor Property Page"},
+        {L"{632E700B-7FB5-4682-B2F2-BF1D5111058D}", L"KivHatch Property Page"},
+        {L"{6DA7E9FD-46EE-4123-8CBB-9ADCACFB1ED4}", L"KivLayer Property Page"},
+        {L"{FC9C7841-BFED-489D-9DB9-49551B27B6EC}", L"KivLinetype Property Page"},
+        {L"{6646D52E-EC7D-403B-874A-3AE343EE9A1C}", L"KivLineweight Property Page"},
+        {L"{4ED48E07-66E0-493E-A53B-1B8D8C6B80A3}", L"KivLTypeList Property Page"},
+    };
+    for (const auto& [clsid, name] : pages) {
+        const std::wstring key = std::wstring(L"CLSID\\") + clsid;
+        const std::map<std::wstring, std::wstring> expected = {
+            {key + L"\\", L""}, {key + L"\\[]", name}, {key + L"\\InprocServer32\\", L""},
+            {key + L"\\InprocServer32\\[]", path}, {key + L"\\InprocServer32\\[ThreadingModel]", L"Apartment"}};
+        for (const auto& [k, v] : expected) {
+            const auto it = added.find(k);
+            ASSERT_NE(it, added.end()) << narrow(k) << " missing";
+            EXPECT_EQ(narrow(it->second), narrow(v)) << narrow(k);
+            added.erase(it);
+        }
+    }
+    // Everything else is the type library's registration (RegisterTypeLib: the library and its
+    // interfaces, in the 64-bit and 32-bit registry views).
+    for (const auto& [k, v] : added) {
+        // Registry names are case-insensitive (Wine's classes root spells it "Typelib"); the 32-bit
+        // view (Wow6432Node) mirrors the same entries.
+        const wchar_t* p = k.c_str();
+        if (_wcsnicmp(p, L"Wow6432Node\\", 12) == 0) p += 12;
+        const bool typelib = _wcsnicmp(p, L"TypeLib\\{64000C4D-B3B0-460E-85BC-05C90B5ADC21}", 46) == 0 ||
+                             _wcsnicmp(p, L"Interface\\", 10) == 0;
+        EXPECT_TRUE(typelib) << "unexpected entry " << narrow(k);
+    }
+    bool libraryRegistered = false;
+    for (const auto& [k, v] : added)
+        libraryRegistered = libraryRegistered || (_wcsicmp(k.c_str(), L"TypeLib\\{64000C4D-B3B0-460E-85BC-05C90B5ADC21}\\1.0\\[]") == 0 &&
+                                                  v == L"KivLorqControls ActiveX Control module");
+    EXPECT_TRUE(libraryRegistered);
+
+    ASSERT_EQ(m.unreg(), S_OK);
+    const Snapshot gone = snapshot();
+    for (const auto& [k, v] : gone) EXPECT_EQ(before.count(k), 1u) << narrow(k) << " left behind";
+    for (const auto& [k, v] : before) EXPECT_EQ(gone.count(k), 1u) << narrow(k) << " removed but not ours";
+
+    EXPECT_EQ(m.unreg(), static_cast<HRESULT>(SELFREG_E_TYPELIB));  // the library is no longer registered
+    ASSERT_EQ(m.reg(), S_OK);  // leave it registered for the next tests
+    ASSERT_EQ(m.reg(), S_OK);  // registering twice is harmless
+}
+
+TEST(Registration, ClassObjectsAndUnloading) {
+    Module m;
+    ASSERT_NE(m.getClassObject, nullptr);
+    EXPECT_EQ(m.canUnload(), S_OK);
+    KivComPtr<IClassFactory> factory;
+    const CLSID color = {0x134FFBAD, 0x0ECF, 0x4346, {0xBA, 0x9D, 0x1E, 0xDC, 0x50, 0x7A, 0x8A, 0x56}};
+    ASSERT_EQ(m.getClassObject(color, IID_IClassFactory, factory.putVoid()), S_OK);
+    EXPECT_EQ(m.canUnload(), S_FALSE);  // a factory reference is alive
+    KivComPtr<IUnknown> control;
+    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, control.putVoid()), S_OK);
+    factory.reset();
+    EXPECT_EQ(m.canUnload(), S_FALSE);  // the control is alive
+    KivComPtr<IDispatch> dispatch;
+    const IID dispatchIid = {0x5F9D0F49, 0x2079, 0x46BE, {0x92, 0x20, 0xC5, 0x1E, 0x2A, 0x02, 0x1D, 0x11}};
+    EXPECT_EQ(control->QueryInterface(dispatchIid, dispatch.putVoid()), S_OK);  // its own dispinterface IID
+    dispatch.reset();
+    control.reset();
+    EXPECT_EQ(m.canUnload(), S_OK);
+    // Locks count too.
+    ASSERT_EQ(m.getClassObject(color, IID_IClassFactory, factory.putVoid()), S_OK);
+    factory->LockServer(TRUE);
+    IClassFactory* raw = factory.detach();
+    raw->Release();
+    EXPECT_EQ(m.canUnload(), S_FALSE);
+    raw->LockServer(FALSE);
+    EXPECT_EQ(m.canUnload(), S_OK);
+    // Unknown classes and aggregation.
+    const CLSID unknown = {0x1, 0x2, 0x3, {4, 5, 6, 7, 8, 9, 10, 11}};
+    EXPECT_EQ(m.getClassObject(unknown, IID_IClassFactory, factory.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
+    ASSERT_EQ(m.getClassObject(color, IID_IClassFactory, factory.putVoid()), S_OK);
+    KivComPtr<IUnknown> aggregated;
+    EXPECT_EQ(factory->CreateInstance(reinterpret_cast<IUnknown*>(factory.get()), IID_IUnknown, aggregated.putVoid()),
+              CLASS_E_NOAGGREGATION);
+    // The five controls still to come have no factory yet: nothing that creates nothing.
+    const CLSID hatch = {0xD15E93F0, 0xB2C2, 0x4728, {0x84, 0x84, 0x4E, 0x56, 0x12, 0x29, 0x77, 0x6F}};
+    EXPECT_EQ(m.getClassObject(hatch, IID_IClassFactory, aggregated.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
+}
