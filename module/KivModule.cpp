@@ -7,6 +7,7 @@
 #include "KivCom.h"
 #include "KivGuids.h"
 #include "KivModule.h"
+#include "KivOleControl.h"
 #include "KivResources.h"
 
 namespace {
@@ -131,10 +132,13 @@ const KivFactoryEntry* KivFindFactory(const CLSID& clsid) {
     return nullptr;
 }
 
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     if (reason == DLL_PROCESS_ATTACH) {
         kivmodule::setInstance(instance);
         DisableThreadLibraryCalls(instance);
+    } else if (reason == DLL_PROCESS_DETACH && reserved == nullptr) {
+        // FreeLibrary (not process exit): the window class must not outlive its procedure.
+        KivUnregisterControlWindowClass();
     }
     return TRUE;
 }

@@ -29,20 +29,24 @@ HRESULT moduleTypeInfo(const GUID& guid, ITypeInfo** info) {
     return lib->GetTypeInfoOfGuid(guid, info);
 }
 
-ATOM registerWindowClass(WNDPROC proc) {
-    static ATOM atom = 0;
-    if (atom == 0) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.style = CS_DBLCLKS;
-        wc.lpfnWndProc = proc;
-        wc.hInstance = kivmodule::instance();
-        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        wc.lpszClassName = kWindowClass;
-        atom = RegisterClassExW(&wc);
-        if (atom == 0 && GetLastError() == ERROR_CLASS_ALREADY_EXISTS) atom = 1;
+// The control window's class belongs to this module image: registered on first use, unregistered
+// when the module is freed (KivUnregisterControlWindowClass). A class left over from an earlier image
+// of the module (same name, another procedure) is replaced.
+bool registerWindowClass(WNDPROC proc) {
+    WNDCLASSEXW existing{};
+    existing.cbSize = sizeof existing;
+    if (GetClassInfoExW(kivmodule::instance(), kWindowClass, &existing)) {
+        if (existing.lpfnWndProc == proc) return true;
+        UnregisterClassW(kWindowClass, kivmodule::instance());
     }
-    return atom;
+    WNDCLASSEXW wc{};
+    wc.cbSize = sizeof wc;
+    wc.style = CS_DBLCLKS;
+    wc.lpfnWndProc = proc;
+    wc.hInstance = kivmodule::instance();
+    wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    wc.lpszClassName = kWindowClass;
+    return RegisterClassExW(&wc) != 0;
 }
 
 // A fixed list of connection points, enumerated.
@@ -94,6 +98,8 @@ private:
 };
 
 }  // namespace
+
+void KivUnregisterControlWindowClass() { UnregisterClassW(kWindowClass, kivmodule::instance()); }
 
 RECT KivToRECT(const KivRect& r) { return RECT{r.left, r.top, r.right, r.bottom}; }
 KivRect KivFromRECT(const RECT& r) { return KivRect{r.left, r.top, r.right, r.bottom}; }
@@ -468,7 +474,7 @@ HRESULT KivOleControl::inPlaceActivate(LONG verb) {
         m_inPlaceSite->GetWindowContext(frame.put(), document.put(), &pos, &clip, &info);
         HWND parent = nullptr;
         if (FAILED(m_inPlaceSite->GetWindow(&parent)) || parent == nullptr) return E_FAIL;
-        if (registerWindowClass(&KivOleControl::windowProc) == 0) return E_FAIL;
+        if (!registerWindowClass(&KivOleControl::windowProc)) return E_FAIL;
         m_posRect = pos;
         CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (m_enabled ? 0 : WS_DISABLED),
                         pos.left, pos.top, pos.right - pos.left, pos.bottom - pos.top, parent, nullptr,

@@ -323,5 +323,8 @@ private:
 HRESULT KivStockEnabledGet(void* self, VARIANT* args, VARIANT* result);
 HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT* result);
 
+// Called when the module is freed: its window procedure goes with it.
+void KivUnregisterControlWindowClass();
+
 RECT KivToRECT(const KivRect& r);
 KivRect KivFromRECT(const RECT& r);

@@ -1,0 +1,115 @@
+// Windows test support for the container tests: an event sink, a client site with ambient
+// properties, an in-memory property bag, message pumping, and a helper thread that answers a modal
+// dialog (the colour dialog, the property frame) while the test's thread is inside it.
+#pragma once
+
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "KivCom.h"
+
+// Processes the thread's pending messages for about `ms` milliseconds.
+void pumpMessages(DWORD ms = 50);
+
+// Records the events it receives as "SelChange(3,7)".
+class EventSink final : public IDispatch {
+public:
+    explicit EventSink(const IID& events) : m_events(events) {}
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG n = --m_refs;
+        if (n == 0) delete this;
+        return n;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
+        *n = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*, UINT*) override;
+
+    std::vector<std::string> events;
+
+private:
+    std::atomic<ULONG> m_refs{1};
+    IID m_events;
+};
+
+// A client site whose ambient properties the test chooses (UserMode, BackColor).
+class AmbientSite final : public IOleClientSite, public IDispatch {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG n = --m_refs;
+        if (n == 0) delete this;
+        return n;
+    }
+    STDMETHODIMP SaveObject() override { return S_OK; }
+    STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+    STDMETHODIMP ShowObject() override { return S_OK; }
+    STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+    STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
+        *n = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override;
+
+    bool userMode = true;
+    OLE_COLOR backColor = 0x00FFEEDD;
+
+private:
+    std::atomic<ULONG> m_refs{1};
+};
+
+// A property bag in memory.
+class MemoryPropertyBag final : public IPropertyBag {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG n = --m_refs;
+        if (n == 0) delete this;
+        return n;
+    }
+    STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override;
+    STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override;
+    ~MemoryPropertyBag();
+
+    std::map<std::wstring, VARIANT> values;
+
+private:
+    std::atomic<ULONG> m_refs{1};
+};
+
+// Waits on its own thread for a top-level window of `className` (nullptr: any) titled `title`
+// (nullptr: any), then runs `answer` with it. Joined on destruction.
+class DialogAnswerer {
+public:
+    DialogAnswerer(const wchar_t* className, const wchar_t* title, std::function<void(HWND)> answer, DWORD timeoutMs = 20000);
+    ~DialogAnswerer();
+    bool answered() const { return m_answered; }
+
+private:
+    std::thread m_thread;
+    std::atomic<bool> m_answered{false};
+    std::atomic<bool> m_stop{false};
+};
+
+// Text of a window.
+std::wstring windowText(HWND hwnd);
+std::string narrow(const std::wstring& w);

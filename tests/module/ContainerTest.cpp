@@ -1,0 +1,634 @@
+// The colour control in a real container under Wine (Parts 1.3, 3.2 over 1.1): hosted by ATL's
+// AtlAxWin, driven through the real combo box with input messages, listened to through its
+// connection point, plus design mode, persistence, property pages, pixels and unloading.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "ContainerSupport.h"
+#include "KivCom.h"
+#include "ModulePath.h"
+#include "PngWriter.h"
+
+#include <commctrl.h>
+
+namespace {
+
+const CLSID kColorClsid = {0x134FFBAD, 0x0ECF, 0x4346, {0xBA, 0x9D, 0x1E, 0xDC, 0x50, 0x7A, 0x8A, 0x56}};
+const IID kColorEvents = {0xE2A8D3CB, 0xCEDE, 0x42DA, {0x88, 0x83, 0x15, 0x54, 0xCD, 0x80, 0x30, 0xDD}};
+const CLSID kColorPage = {0x13C03DB5, 0x8843, 0x4B08, {0xBC, 0xA1, 0xF4, 0x03, 0x25, 0x86, 0xC7, 0x67}};
+
+using AtlAxWinInitFn = BOOL(WINAPI*)();
+using AtlAxGetControlFn = HRESULT(WINAPI*)(HWND, IUnknown**);
+
+// Calls a member by name through IDispatch.
+HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result) {
+    DISPID id = 0;
+    LPOLESTR n = const_cast<LPOLESTR>(name);
+    HRESULT hr = d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(hr)) return hr;
+    std::vector<VARIANT> reversed(args.rbegin(), args.rend());
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS params{reversed.empty() ? nullptr : reversed.data(), (flags & DISPATCH_PROPERTYPUT) ? &put : nullptr,
+                      static_cast<UINT>(reversed.size()), (flags & DISPATCH_PROPERTYPUT) ? 1u : 0u};
+    KivVariant ignored;
+    return d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result != nullptr ? result : &ignored.v, nullptr, nullptr);
+}
+
+VARIANT shortArg(short v) {
+    VARIANT x;
+    V_VT(&x) = VT_I2;
+    V_I2(&x) = v;
+    return x;
+}
+
+VARIANT boolArg(bool v) {
+    VARIANT x;
+    V_VT(&x) = VT_BOOL;
+    V_BOOL(&x) = v ? VARIANT_TRUE : VARIANT_FALSE;
+    return x;
+}
+
+long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args = {}) {
+    KivVariant r;
+    if (FAILED(call(d, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args), &r.v))) return -99999;
+    VariantChangeType(&r.v, &r.v, 0, VT_I4);
+    return V_I4(&r.v);
+}
+
+// A top-level window hosting the colour control through AtlAxWin.
+class Hosted {
+public:
+    Hosted(int width = 200, int height = 21) {
+        atl = LoadLibraryW(L"atl.dll");
+        auto init = reinterpret_cast<AtlAxWinInitFn>(GetProcAddress(atl, "AtlAxWinInit"));
+        auto getControl = reinterpret_cast<AtlAxGetControlFn>(GetProcAddress(atl, "AtlAxGetControl"));
+        if (init == nullptr || getControl == nullptr) return;
+        static const BOOL initialised = init();  // once per process: a second call fails in Wine's atl
+        if (!initialised) return;
+        frame = CreateWindowExW(0, L"STATIC", L"KivLorqControls test container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                                320, 240, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+        host = CreateWindowExW(0, L"AtlAxWin", L"KIVLORQCONTROLS.KivColorCtrl.1", WS_CHILD | WS_VISIBLE, 10, 10, width,
+                               height, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+        pumpMessages(100);
+        if (host == nullptr || FAILED(getControl(host, control.put()))) return;
+        control->QueryInterface(IID_IDispatch, dispatch.putVoid());
+        controlWindow = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
+        combo = controlWindow != nullptr ? GetDlgItem(controlWindow, 100) : nullptr;
+        if (combo == nullptr) {
+            HWND child = GetWindow(host, GW_CHILD);
+            wchar_t cls[64] = {};
+            if (child != nullptr) GetClassNameW(child, cls, 64);
+            std::printf("hosting: frame %p host %p control %p window %p first child %p class %ls\n", (void*)frame, (void*)host,
+                        (void*)control.get(), (void*)controlWindow, (void*)child, cls);
+        }
+        sink = new EventSink(kColorEvents);
+        KivComPtr<IConnectionPointContainer> cpc;
+        if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
+            SUCCEEDED(cpc->FindConnectionPoint(kColorEvents, point.put())))
+            point->Advise(static_cast<IDispatch*>(sink), &cookie);
+    }
+    ~Hosted() {
+        if (point) point->Unadvise(cookie);
+        if (sink != nullptr) sink->Release();
+        point.reset();
+        dispatch.reset();
+        control.reset();
+        if (frame != nullptr) DestroyWindow(frame);
+        pumpMessages(50);
+    }
+    std::vector<std::string>& events() { return sink->events; }
+    int selection() const { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
+    int count() const { return static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0)); }
+    std::string text(int i) const {
+        wchar_t t[128] = {};
+        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(t));
+        return narrow(t);
+    }
+    // A key press on the focused combo box.
+    void key(UINT vk) {
+        SendMessageW(combo, WM_KEYDOWN, vk, 0);
+        SendMessageW(combo, WM_KEYUP, vk, 0xC0000000);
+        pumpMessages(30);
+    }
+    // A mouse choice: open the list with a click, click item `index` in the dropped list.
+    void mousePick(int index) {
+        SendMessageW(combo, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        SendMessageW(combo, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        pumpMessages(30);
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof info;
+        GetComboBoxInfo(combo, &info);
+        RECT item{};
+        SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+        const LPARAM at = MAKELPARAM(item.left + 5, (item.top + item.bottom) / 2);
+        SendMessageW(info.hwndList, WM_MOUSEMOVE, 0, at);
+        SendMessageW(info.hwndList, WM_LBUTTONDOWN, MK_LBUTTON, at);
+        SendMessageW(info.hwndList, WM_LBUTTONUP, 0, at);
+        pumpMessages(50);
+    }
+
+    HMODULE atl = nullptr;
+    HWND frame = nullptr, host = nullptr, controlWindow = nullptr, combo = nullptr;
+    KivComPtr<IUnknown> control;
+    KivComPtr<IDispatch> dispatch;
+    KivComPtr<IConnectionPoint> point;
+    EventSink* sink = nullptr;
+    DWORD cookie = 0;
+};
+
+class Container : public ::testing::Test {
+protected:
+    void SetUp() override { CoInitialize(nullptr); }
+    void TearDown() override {
+        CoFreeUnusedLibraries();
+        CoUninitialize();
+    }
+};
+
+}  // namespace
+
+TEST_F(Container, HostsTheControlWithItsOwnerDrawnComboBox) {
+    Hosted h;
+    ASSERT_NE(h.dispatch.get(), nullptr);
+    ASSERT_NE(h.controlWindow, nullptr);
+    ASSERT_NE(h.combo, nullptr);
+    wchar_t cls[64];
+    GetClassNameW(h.combo, cls, 64);
+    EXPECT_EQ(_wcsicmp(cls, L"ComboBox"), 0);
+    EXPECT_EQ(GetDlgCtrlID(h.combo), 100);
+    // Created with 0x50200E13; the combo box hands WS_VSCROLL on to its dropped list.
+    EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(h.combo, GWL_STYLE)) & 0x50000E13u, 0x50000E13u);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(h.combo, &info));
+    EXPECT_NE(GetWindowLongW(info.hwndList, GWL_STYLE) & WS_VSCROLL, 0);
+    EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(h.combo, WM_GETFONT, 0, 0)), static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)));
+    ASSERT_EQ(h.count(), 11);
+    EXPECT_EQ(h.text(0), "ByLayer");
+    EXPECT_EQ(h.text(10), "Select..");
+    EXPECT_EQ(h.selection(), -1);
+    EXPECT_EQ(SendMessageW(h.combo, CB_GETITEMDATA, 3, 0), 0x000000FF);
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), -1);
+}
+
+TEST_F(Container, SettingTheSelectionFromTheHostFiresNothing) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    ASSERT_EQ(call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(5)}, nullptr), S_OK);
+    EXPECT_EQ(h.selection(), 7);
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 5);
+    ASSERT_EQ(call(h.dispatch.get(), L"AddColorIndex", DISPATCH_METHOD, {shortArg(42)}, nullptr), S_OK);
+    EXPECT_EQ(h.text(10), "Color 42");
+    pumpMessages(50);
+    EXPECT_TRUE(h.events().empty());
+}
+
+// Wine's combo box sends CBN_SELENDOK (and, when dropped, CBN_CLOSEUP) before CBN_SELCHANGE; the
+// control treats each notification as Part 3.2 says, so here SelAndCloseUp comes first. Both carry
+// the colour of the item stored before the change (the deliberate stale colorIdx).
+TEST_F(Container, KeyboardChoiceWhileClosed) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(1)}, nullptr);  // "Red" at 3
+    SetFocus(h.combo);
+    h.key(VK_DOWN);
+    EXPECT_EQ(h.selection(), 4);
+    EXPECT_EQ(h.events(), (std::vector<std::string>{"SelAndCloseUp(4,1)", "SelChange(4,2)"}));
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 2);
+}
+
+TEST_F(Container, MouseChoiceInTheDroppedList) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    h.mousePick(7);
+    EXPECT_EQ(h.selection(), 7);
+    EXPECT_EQ(SendMessageW(h.combo, CB_GETDROPPEDSTATE, 0, 0), 0);
+    // Nothing was stored before: the stale colour is the item data of no item, read as white (7).
+    EXPECT_EQ(h.events(), (std::vector<std::string>{"SelAndCloseUp(7,7)", "SelChange(7,5)"}));
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 5);
+}
+
+TEST_F(Container, OpeningAndClosingWithoutAChoiceFiresNothing) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    SendMessageW(h.combo, CB_SHOWDROPDOWN, TRUE, 0);
+    pumpMessages(30);
+    SendMessageW(h.combo, CB_SHOWDROPDOWN, FALSE, 0);
+    pumpMessages(30);
+    EXPECT_TRUE(h.events().empty());
+}
+
+// "Select..": the real colour dialog (no owner), answered by a helper thread.
+void answerColourDialog(HWND dialog, int red, int green, int blue) {
+    SetDlgItemTextW(dialog, 706, std::to_wstring(red).c_str());
+    SetDlgItemTextW(dialog, 707, std::to_wstring(green).c_str());
+    SetDlgItemTextW(dialog, 708, std::to_wstring(blue).c_str());
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+}
+
+TEST_F(Container, SelectConfirmedInTheColourDialogAddsTheSnappedColour) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(7)}, nullptr);  // "White" at 9
+    SetFocus(h.combo);
+    DialogAnswerer answer(L"#32770", nullptr, [](HWND d) { answerColourDialog(d, 0x56, 0x34, 0x12); });  // 0x00123456
+    h.key(VK_DOWN);  // onto "Select.."
+    EXPECT_TRUE(answer.answered());
+    ASSERT_EQ(h.count(), 12);
+    const std::string added = h.text(10);
+    EXPECT_EQ(added.rfind("Color ", 0), 0u) << added;
+    EXPECT_EQ(h.text(11), "Select..");
+    EXPECT_EQ(h.selection(), 10);
+    const long index = std::atol(added.c_str() + 6);
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), index);
+    // The snapped colour is the palette's entry for that index.
+    EXPECT_EQ(static_cast<long>(SendMessageW(h.combo, CB_GETITEMDATA, 10, 0)),
+              longResult(h.dispatch.get(), L"RGB_Equivalent", {shortArg(static_cast<short>(index))}));
+    // SelAndCloseUp reports the former position of "Select.." and the colour before the dialog.
+    ASSERT_EQ(h.events().size(), 2u);
+    EXPECT_EQ(h.events()[0], "SelAndCloseUp(10,7)");
+    EXPECT_EQ(h.events()[1], "SelChange(10," + std::to_string(index) + ")");
+}
+
+TEST_F(Container, SelectCancelledRestoresTheSelection) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(7)}, nullptr);
+    SetFocus(h.combo);
+    DialogAnswerer answer(L"#32770", nullptr, [](HWND d) { PostMessageW(d, WM_COMMAND, IDCANCEL, 0); });
+    h.key(VK_DOWN);
+    EXPECT_TRUE(answer.answered());
+    EXPECT_EQ(h.count(), 11);
+    EXPECT_EQ(h.selection(), 9);
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 7);
+    ASSERT_GE(h.events().size(), 1u);
+    EXPECT_EQ(h.events()[0], "SelAndCloseUp(9,7)");
+}
+
+TEST_F(Container, EnabledDisablesTheComboBox) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    ASSERT_EQ(call(h.dispatch.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr), S_OK);
+    EXPECT_FALSE(IsWindowEnabled(h.combo));
+    ASSERT_EQ(call(h.dispatch.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(true)}, nullptr), S_OK);
+    EXPECT_TRUE(IsWindowEnabled(h.combo));
+}
+
+TEST_F(Container, ResizingMovesTheComboToTheDroppedHeight) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    KivComPtr<IOleInPlaceObject> inPlace;
+    ASSERT_EQ(h.control->QueryInterface(IID_IOleInPlaceObject, inPlace.putVoid()), S_OK);
+    RECT r{10, 10, 260, 31};
+    ASSERT_EQ(inPlace->SetObjectRects(&r, &r), S_OK);
+    pumpMessages(30);
+    RECT combo;
+    GetWindowRect(h.combo, &combo);
+    EXPECT_EQ(combo.right - combo.left, 250);
+    // The combo was moved to a height of CKivDpi::scale(140) = 140 at 96 dpi; the platform keeps that
+    // height as its closed field plus its dropped list (CB_GETDROPPEDCONTROLRECT).
+    RECT dropped;
+    SendMessageW(h.combo, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
+    EXPECT_EQ((dropped.bottom - dropped.top) + (combo.bottom - combo.top), 140);
+}
+
+// ---- Design mode and user mode, through IViewObject::Draw into a memory bitmap.
+
+struct Canvas {
+    Canvas(int w, int h) : width(w), height(h) {
+        HDC screen = GetDC(nullptr);
+        dc = CreateCompatibleDC(screen);
+        BITMAPINFO bi{};
+        bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+        bi.bmiHeader.biWidth = w;
+        bi.bmiHeader.biHeight = -h;
+        bi.bmiHeader.biPlanes = 1;
+        bi.bmiHeader.biBitCount = 32;
+        bitmap = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits), nullptr, 0);
+        ReleaseDC(nullptr, screen);
+        old = SelectObject(dc, bitmap);
+    }
+    ~Canvas() {
+        SelectObject(dc, old);
+        DeleteObject(bitmap);
+        DeleteDC(dc);
+    }
+    COLORREF pixel(int x, int y) const {
+        const DWORD p = bits[y * width + x];  // 0x00RRGGBB in a 32-bit DIB
+        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
+    }
+    int width, height;
+    HDC dc;
+    HBITMAP bitmap;
+    HGDIOBJ old;
+    DWORD* bits = nullptr;
+};
+
+TEST_F(Container, DesignModeDrawsTheNameOnWhiteAndUserModeTheAmbientColour) {
+    KivComPtr<IOleObject> object;
+    ASSERT_EQ(CoCreateInstance(kColorClsid, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject, object.putVoid()), S_OK);
+    auto* site = new AmbientSite();
+    site->userMode = false;
+    ASSERT_EQ(object->SetClientSite(site), S_OK);
+    KivComPtr<IViewObject> view;
+    ASSERT_EQ(object->QueryInterface(IID_IViewObject, view.putVoid()), S_OK);
+    Canvas canvas(200, 21);
+    const RECTL bounds{0, 0, 200, 21};
+    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    EXPECT_EQ(canvas.pixel(1, 1), RGB(255, 255, 255));
+    int dark = 0;  // the text "KivColorComboBox", centred
+    for (int y = 0; y < 21; ++y)
+        for (int x = 0; x < 200; ++x)
+            if (GetRValue(canvas.pixel(x, y)) < 128) ++dark;
+    EXPECT_GT(dark, 30);
+    site->userMode = true;
+    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    EXPECT_EQ(canvas.pixel(1, 1), static_cast<COLORREF>(site->backColor));
+    EXPECT_EQ(canvas.pixel(100, 10), static_cast<COLORREF>(site->backColor));
+    object->SetClientSite(nullptr);
+    site->Release();
+}
+
+// ---- Persistence in MFC's layout.
+
+std::vector<BYTE> saveStream(IUnknown* control) {
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    KivComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    if (!persist || FAILED(persist->Save(stream.get(), TRUE))) return {};
+    STATSTG stat{};
+    stream->Stat(&stat, STATFLAG_NONAME);
+    std::vector<BYTE> bytes(static_cast<std::size_t>(stat.cbSize.QuadPart));
+    const LARGE_INTEGER zero{};
+    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
+    ULONG got = 0;
+    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &got);
+    return bytes;
+}
+
+HRESULT loadStream(IUnknown* control, const std::vector<BYTE>& bytes) {
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    KivComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    ULONG written = 0;
+    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written);
+    const LARGE_INTEGER zero{};
+    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
+    return persist->Load(stream.get());
+}
+
+KivComPtr<IDispatch> newColourControl() {
+    KivComPtr<IDispatch> d;
+    CoCreateInstance(kColorClsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, d.putVoid());
+    return d;
+}
+
+bool enabledOf(IDispatch* d) {
+    KivVariant r;
+    call(d, L"Enabled", DISPATCH_PROPERTYGET, {}, &r.v);
+    return V_VT(&r.v) == VT_BOOL && V_BOOL(&r.v) != VARIANT_FALSE;
+}
+
+TEST_F(Container, StreamRoundTripInMfcLayout) {
+    KivComPtr<IDispatch> control = newColourControl();
+    ASSERT_TRUE(control);
+    KivComPtr<IOleObject> object;
+    control->QueryInterface(IID_IOleObject, object.putVoid());
+    SIZEL extent{5292, 556};
+    object->SetExtent(DVASPECT_CONTENT, &extent);
+    call(control.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr);
+    const std::vector<BYTE> bytes = saveStream(control.get());
+    const std::vector<BYTE> expected = {0x00, 0x00, 0x01, 0x00,   // version 1.0
+                                        0xAC, 0x14, 0x00, 0x00,   // extent x 5292
+                                        0x2C, 0x02, 0x00, 0x00,   // extent y 556
+                                        0x40, 0x00, 0x00, 0x00,   // stock mask: Enabled only
+                                        0x00};                    // Enabled = FALSE
+    EXPECT_EQ(bytes, expected);
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    ULARGE_INTEGER size{};
+    persist->GetSizeMax(&size);
+    EXPECT_EQ(size.QuadPart, 17u);
+    KivComPtr<IDispatch> other = newColourControl();
+    ASSERT_EQ(loadStream(other.get(), bytes), S_OK);
+    EXPECT_FALSE(enabledOf(other.get()));
+    KivComPtr<IOleObject> otherObject;
+    other->QueryInterface(IID_IOleObject, otherObject.putVoid());
+    SIZEL loaded{};
+    otherObject->GetExtent(DVASPECT_CONTENT, &loaded);
+    EXPECT_EQ(loaded.cx, 5292);
+    EXPECT_EQ(loaded.cy, 556);
+}
+
+TEST_F(Container, HandBuiltMfcBlobsLoad) {
+    KivComPtr<IDispatch> control = newColourControl();
+    // As MFC saves a colour control: Enabled true.
+    EXPECT_EQ(loadStream(control.get(), {0x00, 0x00, 0x01, 0x00, 0x10, 0x27, 0, 0, 0x20, 0x03, 0, 0, 0x40, 0, 0, 0, 0x01}), S_OK);
+    EXPECT_TRUE(enabledOf(control.get()));
+    // With ForeColor and BackColor present (mask 0x49): their values are read past, Enabled false taken.
+    EXPECT_EQ(loadStream(control.get(), {0x00, 0x00, 0x01, 0x00, 0x10, 0x27, 0, 0, 0x20, 0x03, 0, 0, 0x49, 0, 0, 0,
+                                         0x08, 0, 0, 0x80, 0x05, 0, 0, 0x80, 0x00}),
+              S_OK);
+    EXPECT_FALSE(enabledOf(control.get()));
+    // A truncated blob is refused and changes nothing.
+    EXPECT_NE(loadStream(control.get(), {0x00, 0x00, 0x01, 0x00, 0x10, 0x27}), S_OK);
+    EXPECT_NE(loadStream(control.get(), {0x00, 0x00, 0x01, 0x00, 0x10, 0x27, 0, 0, 0x20, 0x03, 0, 0, 0x40, 0, 0, 0}), S_OK);
+    EXPECT_FALSE(enabledOf(control.get()));
+}
+
+TEST_F(Container, PropertyBagRoundTrip) {
+    KivComPtr<IDispatch> control = newColourControl();
+    KivComPtr<IPersistPropertyBag> persist;
+    ASSERT_EQ(control->QueryInterface(IID_IPersistPropertyBag, persist.putVoid()), S_OK);
+    ASSERT_EQ(persist->InitNew(), S_OK);
+    call(control.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr);
+    auto* bag = new MemoryPropertyBag();
+    ASSERT_EQ(persist->Save(bag, TRUE, TRUE), S_OK);
+    EXPECT_EQ(V_I4(&bag->values[L"_Version"]), 0x10000);
+    EXPECT_EQ(V_I4(&bag->values[L"_StockProps"]), 0x40);
+    EXPECT_EQ(bag->values.count(L"_ExtentX"), 1u);
+    EXPECT_EQ(bag->values.count(L"_ExtentY"), 1u);
+    EXPECT_EQ(bag->values.count(L"ForeColor"), 0u);  // the colour control has no ForeColor
+    EXPECT_EQ(V_VT(&bag->values[L"Enabled"]), VT_BOOL);
+    EXPECT_EQ(V_BOOL(&bag->values[L"Enabled"]), VARIANT_FALSE);
+    KivComPtr<IDispatch> other = newColourControl();
+    KivComPtr<IPersistPropertyBag> otherPersist;
+    other->QueryInterface(IID_IPersistPropertyBag, otherPersist.putVoid());
+    ASSERT_EQ(otherPersist->Load(bag, nullptr), S_OK);
+    EXPECT_FALSE(enabledOf(other.get()));
+    bag->Release();
+}
+
+TEST_F(Container, StorageAndMemoryRoundTrips) {
+    KivComPtr<IDispatch> control = newColourControl();
+    call(control.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr);
+    const std::vector<BYTE> streamBytes = saveStream(control.get());
+    // IPersistStorage: a "Contents" stream with the same bytes.
+    KivComPtr<ILockBytes> bytes;
+    ASSERT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.put()), S_OK);
+    KivComPtr<IStorage> storage;
+    ASSERT_EQ(StgCreateDocfileOnILockBytes(bytes.get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage.put()), S_OK);
+    KivComPtr<IPersistStorage> persistStorage;
+    ASSERT_EQ(control->QueryInterface(IID_IPersistStorage, persistStorage.putVoid()), S_OK);
+    ASSERT_EQ(persistStorage->Save(storage.get(), FALSE), S_OK);
+    persistStorage->SaveCompleted(nullptr);
+    KivComPtr<IStream> contents;
+    ASSERT_EQ(storage->OpenStream(L"Contents", nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, contents.put()), S_OK);
+    std::vector<BYTE> read(64);
+    ULONG got = 0;
+    contents->Read(read.data(), 64, &got);
+    read.resize(got);
+    EXPECT_EQ(read, streamBytes);
+    contents.reset();
+    KivComPtr<IDispatch> fromStorage = newColourControl();
+    KivComPtr<IPersistStorage> loader;
+    fromStorage->QueryInterface(IID_IPersistStorage, loader.putVoid());
+    ASSERT_EQ(loader->Load(storage.get()), S_OK);
+    EXPECT_FALSE(enabledOf(fromStorage.get()));
+    // IPersistMemory.
+    KivComPtr<IPersistMemory> memory;
+    ASSERT_EQ(control->QueryInterface(IID_IPersistMemory, memory.putVoid()), S_OK);
+    ULONG size = 0;
+    memory->GetSizeMax(&size);
+    std::vector<BYTE> block(size);
+    ASSERT_EQ(memory->Save(block.data(), TRUE, size), S_OK);
+    EXPECT_EQ(block, streamBytes);
+    EXPECT_NE(memory->Save(block.data(), TRUE, size - 1), S_OK);  // too small
+    KivComPtr<IDispatch> fromMemory = newColourControl();
+    KivComPtr<IPersistMemory> memoryLoader;
+    fromMemory->QueryInterface(IID_IPersistMemory, memoryLoader.putVoid());
+    ASSERT_EQ(memoryLoader->Load(block.data(), size), S_OK);
+    EXPECT_FALSE(enabledOf(fromMemory.get()));
+}
+
+// ---- Property pages.
+
+TEST_F(Container, PropertyFrameShowsOneGeneralPageWithThePlaceholder) {
+    KivComPtr<IDispatch> control = newColourControl();
+    KivComPtr<ISpecifyPropertyPages> specify;
+    ASSERT_EQ(control->QueryInterface(IID_ISpecifyPropertyPages, specify.putVoid()), S_OK);
+    CAUUID pages{};
+    ASSERT_EQ(specify->GetPages(&pages), S_OK);
+    ASSERT_EQ(pages.cElems, 1u);
+    EXPECT_TRUE(IsEqualCLSID(pages.pElems[0], kColorPage));
+    std::wstring tab, text;
+    int tabs = 0;
+    DialogAnswerer answer(L"#32770", nullptr, [&](HWND sheet) {
+        HWND tabControl = FindWindowExW(sheet, nullptr, L"SysTabControl32", nullptr);
+        tabs = static_cast<int>(SendMessageW(tabControl, TCM_GETITEMCOUNT, 0, 0));
+        wchar_t buffer[64] = {};
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = buffer;
+        item.cchTextMax = 64;
+        SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        tab = buffer;
+        EnumChildWindows(sheet, [](HWND child, LPARAM found) -> BOOL {
+            const std::wstring t = windowText(child);
+            if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
+            return TRUE;
+        }, reinterpret_cast<LPARAM>(&text));
+        PostMessageW(sheet, WM_COMMAND, IDOK, 0);
+    });
+    IUnknown* object = control.get();
+    EXPECT_EQ(OleCreatePropertyFrame(nullptr, 0, 0, L"KivColorControl", 1, &object, pages.cElems, pages.pElems,
+                                     LOCALE_USER_DEFAULT, 0, nullptr), S_OK);
+    CoTaskMemFree(pages.pElems);
+    EXPECT_TRUE(answer.answered());
+    EXPECT_EQ(tabs, 1);
+    EXPECT_EQ(narrow(tab), "General");
+    EXPECT_EQ(narrow(text), "TODO: Place controls to manipulate properties of KivColorControl on this dialog.");
+    EXPECT_TRUE(enabledOf(control.get()));  // OK changed nothing
+}
+
+// ---- Pixels: the closed and the dropped control, saved as PNG artifacts.
+
+std::vector<std::uint8_t> grab(HWND window, int& w, int& h) {
+    RECT r;
+    GetClientRect(window, &r);
+    w = r.right;
+    h = r.bottom;
+    Canvas canvas(w, h);
+    HDC dc = GetDC(window);
+    BitBlt(canvas.dc, 0, 0, w, h, dc, 0, 0, SRCCOPY);
+    ReleaseDC(window, dc);
+    std::vector<std::uint8_t> rgb;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const COLORREF c = canvas.pixel(x, y);
+            rgb.insert(rgb.end(), {GetRValue(c), GetGValue(c), GetBValue(c)});
+        }
+    return rgb;
+}
+
+COLORREF at(const std::vector<std::uint8_t>& rgb, int w, int x, int y) {
+    const std::size_t i = (static_cast<std::size_t>(y) * w + x) * 3;
+    return RGB(rgb[i], rgb[i + 1], rgb[i + 2]);
+}
+
+TEST_F(Container, PixelsOfTheClosedAndDroppedControl) {
+    Hosted h(200, 21);
+    ASSERT_NE(h.combo, nullptr);
+    call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(1)}, nullptr);  // "Red"
+    SetFocus(h.frame);  // no focus on the combo: its field is drawn plain
+    RedrawWindow(h.frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    pumpMessages(100);
+    CreateDirectoryW(L"Z:" KIV_ARTIFACT_DIR_W, nullptr);
+    int w = 0, hgt = 0;
+    std::vector<std::uint8_t> closed = grab(h.combo, w, hgt);
+    ASSERT_GT(w, 0);
+    EXPECT_TRUE(KivWritePng("Z:" KIV_ARTIFACT_DIR "/colour-closed.png", w, hgt, closed));
+    std::printf("screenshot: %s/colour-closed.png\n", KIV_ARTIFACT_DIR);
+    // The selection field's swatch: right edge at the item height, shrunk by 2.
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(h.combo, &info);
+    const int itemH = info.rcItem.bottom - info.rcItem.top;
+    const int swatchX = itemH - (itemH - 4) / 2 - 1, swatchY = (info.rcItem.top + info.rcItem.bottom) / 2;
+    EXPECT_EQ(at(closed, w, swatchX, swatchY), RGB(255, 0, 0)) << "swatch of Red";
+
+    // Dropped: each swatch in its item's colour, the selected item highlighted.
+    SendMessageW(h.combo, CB_SHOWDROPDOWN, TRUE, 0);
+    pumpMessages(100);
+    int lw = 0, lh = 0;
+    std::vector<std::uint8_t> dropped = grab(info.hwndList, lw, lh);
+    ASSERT_GT(lw, 0);
+    EXPECT_TRUE(KivWritePng("Z:" KIV_ARTIFACT_DIR "/colour-dropped.png", lw, lh, dropped));
+    std::printf("screenshot: %s/colour-dropped.png\n", KIV_ARTIFACT_DIR);
+    const COLORREF expected[] = {RGB(255, 255, 255), RGB(255, 255, 255), RGB(255, 255, 255), RGB(255, 0, 0),
+                                 RGB(255, 255, 0),   RGB(0, 255, 0),     RGB(0, 255, 255),   RGB(0, 0, 255)};
+    for (int i = 3; i < 8; ++i) {
+        RECT item{};
+        SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        if (item.top < 0 || item.bottom > lh) continue;  // scrolled out of view
+        const int ih = item.bottom - item.top;
+        EXPECT_EQ(at(dropped, lw, ih - (ih - 4) / 2 - 1, (item.top + item.bottom) / 2), expected[i]) << "swatch of item " << i;
+    }
+    RECT selected{};
+    SendMessageW(info.hwndList, LB_GETITEMRECT, 3, reinterpret_cast<LPARAM>(&selected));
+    EXPECT_EQ(at(dropped, lw, lw - 3, (selected.top + selected.bottom) / 2), GetSysColor(COLOR_HIGHLIGHT)) << "highlight";
+    RECT plain{};
+    SendMessageW(info.hwndList, LB_GETITEMRECT, 4, reinterpret_cast<LPARAM>(&plain));
+    EXPECT_EQ(at(dropped, lw, lw - 3, (plain.top + plain.bottom) / 2), GetSysColor(COLOR_WINDOW)) << "plain background";
+    SendMessageW(h.combo, CB_SHOWDROPDOWN, FALSE, 0);
+    pumpMessages(30);
+}
+
+// Last: with every object released, the module may be unloaded.
+TEST_F(Container, ZzModuleCanUnloadWhenEverythingIsReleased) {
+    KivComPtr<IDispatch> alive = newColourControl();  // loads the module
+    HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
+    ASSERT_NE(module, nullptr);
+    auto canUnload = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(module, "DllCanUnloadNow"));
+    ASSERT_NE(canUnload, nullptr);
+    EXPECT_EQ(canUnload(), S_FALSE);
+    alive.reset();
+    EXPECT_EQ(canUnload(), S_OK);
+}
