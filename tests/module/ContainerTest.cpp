@@ -223,6 +223,42 @@ TEST_F(Container, OpeningAndClosingWithoutAChoiceFiresNothing) {
     EXPECT_TRUE(h.events().empty());
 }
 
+TEST_F(Container, KeyboardChoiceInTheDroppedList) {
+    Hosted h;
+    ASSERT_NE(h.combo, nullptr);
+    SetFocus(h.combo);
+    h.key(VK_F4);  // opens the list
+    EXPECT_NE(SendMessageW(h.combo, CB_GETDROPPEDSTATE, 0, 0), 0);
+    h.key(VK_DOWN);
+    h.key(VK_DOWN);
+    h.key(VK_RETURN);  // confirms and closes
+    EXPECT_EQ(SendMessageW(h.combo, CB_GETDROPPEDSTATE, 0, 0), 0);
+    EXPECT_EQ(h.selection(), 1);
+    // SelChange per move while dropped, SelAndCloseUp on closing (Part 3.2); "ByLayer" and "ByBlock"
+    // are white, and each event carries the colour stored before it (7 before anything was stored).
+    EXPECT_EQ(h.events(), (std::vector<std::string>{"SelChange(0,7)", "SelChange(1,7)", "SelAndCloseUp(1,7)"}));
+    EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 0);
+}
+
+TEST_F(Container, SitedThroughAtlAxCreateControl) {
+    HMODULE atl = LoadLibraryW(L"atl.dll");
+    auto create = reinterpret_cast<HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**)>(GetProcAddress(atl, "AtlAxCreateControl"));
+    ASSERT_NE(create, nullptr);
+    HWND frame = CreateWindowExW(0, L"STATIC", L"AtlAxCreateControl", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 240, 60,
+                                 nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    KivComPtr<IUnknown> container;
+    ASSERT_EQ(create(L"KIVLORQCONTROLS.KivColorCtrl.1", frame, nullptr, container.put()), S_OK);
+    pumpMessages(100);
+    HWND window = FindWindowExW(frame, nullptr, L"KivLorqControlWindow", nullptr);
+    ASSERT_NE(window, nullptr);
+    HWND combo = GetDlgItem(window, 100);
+    ASSERT_NE(combo, nullptr);
+    EXPECT_EQ(SendMessageW(combo, CB_GETCOUNT, 0, 0), 11);
+    container.reset();
+    DestroyWindow(frame);
+    pumpMessages(50);
+}
+
 // "Select..": the real colour dialog (no owner), answered by a helper thread.
 void answerColourDialog(HWND dialog, int red, int green, int blue) {
     SetDlgItemTextW(dialog, 706, std::to_wstring(red).c_str());
