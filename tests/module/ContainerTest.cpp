@@ -657,6 +657,117 @@ TEST_F(Container, PixelsOfTheClosedAndDroppedControl) {
     pumpMessages(30);
 }
 
+// ---- IDispatch::Invoke edge cases, called directly.
+
+TEST_F(Container, InvokeAnswersTheDispatchErrorCodesAndNeverCrashes) {
+    KivComPtr<IDispatch> d = newColourControl();
+    ASSERT_TRUE(d);
+    DISPPARAMS none{nullptr, nullptr, 0, 0};
+    KivVariant r;
+    UINT argErr = 99;
+    EXPECT_EQ(d->Invoke(4, IID_NULL, 0, DISPATCH_METHOD, &none, &r.v, nullptr, &argErr), DISP_E_MEMBERNOTFOUND);  // 4 is unused
+    EXPECT_EQ(d->Invoke(999, IID_NULL, 0, DISPATCH_METHOD, &none, &r.v, nullptr, &argErr), DISP_E_MEMBERNOTFOUND);
+    // GetIDsOfNames: any case; unknown names; parameter names.
+    LPOLESTR names[2] = {const_cast<LPOLESTR>(L"setselcolorindex"), const_cast<LPOLESTR>(L"idxTev")};
+    DISPID ids[2] = {};
+    EXPECT_EQ(d->GetIDsOfNames(IID_NULL, names, 2, 0, ids), S_OK);
+    EXPECT_EQ(ids[0], 6);
+    EXPECT_EQ(ids[1], 0);
+    names[0] = const_cast<LPOLESTR>(L"NoSuchMember");
+    EXPECT_EQ(d->GetIDsOfNames(IID_NULL, names, 1, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(ids[0], DISPID_UNKNOWN);
+    // Wrong counts, named arguments on a method, uncoercible arguments (with the argument's index).
+    VARIANT two[2];
+    two[0] = shortArg(1);
+    two[1] = shortArg(2);
+    DISPPARAMS twoArgs{two, nullptr, 2, 0};
+    EXPECT_EQ(d->Invoke(6, IID_NULL, 0, DISPATCH_METHOD, &twoArgs, nullptr, nullptr, &argErr), DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(d->Invoke(6, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, &argErr), DISP_E_BADPARAMCOUNT);
+    DISPID named = 0;
+    DISPPARAMS namedArgs{two, &named, 1, 1};
+    EXPECT_EQ(d->Invoke(6, IID_NULL, 0, DISPATCH_METHOD, &namedArgs, nullptr, nullptr, &argErr), DISP_E_NONAMEDARGS);
+    KivVariant text;
+    V_VT(&text.v) = VT_BSTR;
+    V_BSTR(&text.v) = SysAllocString(L"not a number");
+    VARIANT comboText[2];
+    comboText[0] = shortArg(0);  // colorText (last argument first) — a short converts to a string
+    comboText[1] = text.v;       // color: a string that is no number
+    DISPPARAMS mismatch{comboText, nullptr, 2, 0};
+    argErr = 99;
+    EXPECT_EQ(d->Invoke(8, IID_NULL, 0, DISPATCH_METHOD, &mismatch, nullptr, nullptr, &argErr), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(argErr, 1u);  // rgvarg index of the failing argument
+    // Property put needs the named DISPID_PROPERTYPUT; get takes no argument; null parameters are refused.
+    VARIANT value = shortArg(3);
+    DISPPARAMS putWithoutName{&value, nullptr, 1, 0};
+    EXPECT_EQ(d->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYPUT, &putWithoutName, nullptr, nullptr, &argErr), DISP_E_PARAMNOTFOUND);
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS putArgs{&value, &put, 1, 1};
+    EXPECT_EQ(d->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYPUT, &putArgs, nullptr, nullptr, &argErr), S_OK);
+    EXPECT_EQ(longResult(d.get(), L"ComboIndex"), 3);
+    EXPECT_EQ(d->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYGET, &twoArgs, &r.v, nullptr, &argErr), DISP_E_BADPARAMCOUNT);
+    DISPPARAMS broken{nullptr, nullptr, 1, 0};
+    EXPECT_EQ(d->Invoke(6, IID_NULL, 0, DISPATCH_METHOD, &broken, nullptr, nullptr, &argErr), E_INVALIDARG);
+    // A VT_BYREF argument, as scripting hosts pass variables.
+    short byRef = 5;
+    VARIANT ref;
+    V_VT(&ref) = VT_I2 | VT_BYREF;
+    V_I2REF(&ref) = &byRef;
+    DISPPARAMS refArgs{&ref, nullptr, 1, 0};
+    EXPECT_EQ(d->Invoke(6, IID_NULL, 0, DISPATCH_METHOD, &refArgs, nullptr, nullptr, &argErr), S_OK);
+    // Type information.
+    UINT count = 0;
+    EXPECT_EQ(d->GetTypeInfoCount(&count), S_OK);
+    EXPECT_EQ(count, 1u);
+    KivComPtr<ITypeInfo> info;
+    EXPECT_EQ(d->GetTypeInfo(0, 0, info.put()), S_OK);
+    KivComPtr<IProvideClassInfo2> classInfo;
+    ASSERT_EQ(d->QueryInterface(IID_IProvideClassInfo2, classInfo.putVoid()), S_OK);
+    GUID source{};
+    EXPECT_EQ(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK);
+    EXPECT_TRUE(IsEqualGUID(source, kColorEvents));
+    KivComPtr<ITypeInfo> coclass;
+    EXPECT_EQ(classInfo->GetClassInfo(coclass.put()), S_OK);
+}
+
+TEST_F(Container, AllSixPagesShowGeneralAndTheirPlaceholder) {
+    const std::pair<const wchar_t*, const char*> pages[] = {
+        {L"{13C03DB5-8843-4B08-BCA1-F4032586C767}", "KivColorControl"},
+        {L"{6DA7E9FD-46EE-4123-8CBB-9ADCACFB1ED4}", "KivLayerControl"},
+        {L"{FC9C7841-BFED-489D-9DB9-49551B27B6EC}", "KivLinetypeControl"},
+        {L"{6646D52E-EC7D-403B-874A-3AE343EE9A1C}", "KivLineweightControl"},
+        {L"{632E700B-7FB5-4682-B2F2-BF1D5111058D}", "KivHatchControl"},
+        {L"{4ED48E07-66E0-493E-A53B-1B8D8C6B80A3}", "KivLinetypeListControl"},
+    };
+    HWND parent = CreateWindowExW(0, L"STATIC", L"pages", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500, 200, nullptr, nullptr,
+                                  GetModuleHandleW(nullptr), nullptr);
+    for (const auto& [clsidText, control] : pages) {
+        SCOPED_TRACE(control);
+        CLSID clsid{};
+        CLSIDFromString(clsidText, &clsid);
+        KivComPtr<IPropertyPage> page;
+        ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IPropertyPage, page.putVoid()), S_OK);
+        PROPPAGEINFO info{};
+        info.cb = sizeof info;
+        ASSERT_EQ(page->GetPageInfo(&info), S_OK);
+        EXPECT_EQ(narrow(info.pszTitle), "General");
+        EXPECT_GT(info.size.cx, info.size.cy);  // 250 x 62 dialog units
+        CoTaskMemFree(info.pszTitle);
+        RECT r{0, 0, info.size.cx, info.size.cy};
+        ASSERT_EQ(page->Activate(parent, &r, TRUE), S_OK);
+        std::wstring text;
+        EnumChildWindows(parent, [](HWND child, LPARAM found) -> BOOL {
+            const std::wstring t = windowText(child);
+            if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
+            return TRUE;
+        }, reinterpret_cast<LPARAM>(&text));
+        EXPECT_EQ(narrow(text), std::string("TODO: Place controls to manipulate properties of ") + control + " on this dialog.");
+        EXPECT_EQ(page->IsPageDirty(), S_FALSE);
+        EXPECT_EQ(page->Apply(), S_OK);
+        EXPECT_EQ(page->Deactivate(), S_OK);
+    }
+    DestroyWindow(parent);
+}
+
 // Last: with every object released, the module may be unloaded.
 TEST_F(Container, ZzModuleCanUnloadWhenEverythingIsReleased) {
     KivComPtr<IDispatch> alive = newColourControl();  // loads the module

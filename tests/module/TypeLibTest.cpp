@@ -380,3 +380,30 @@ TEST(TypeLib, IsResourceTypelibOneInEnglish) {
     EXPECT_NE(FindResourceExW(module, L"TYPELIB", MAKEINTRESOURCEW(1), MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)), nullptr);
     FreeLibrary(module);
 }
+
+TEST(ModuleResources, SixToolboxBitmapsAndTheStrings) {
+    HMODULE module = LoadLibraryExW(kivModulePath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(module, nullptr);
+    for (int id = 1; id <= 6; ++id) {
+        HBITMAP bitmap = static_cast<HBITMAP>(LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, 0));
+        ASSERT_NE(bitmap, nullptr) << id;
+        BITMAP info{};
+        GetObjectW(bitmap, sizeof info, &info);
+        EXPECT_EQ(info.bmWidth, 16) << id;
+        EXPECT_EQ(info.bmHeight, 15) << id;
+        DeleteObject(bitmap);
+    }
+    const std::pair<UINT, const char*> strings[] = {
+        {1, "KivColorControl"}, {2, "KivColor Property Page"}, {3, "KivLayerControl"}, {4, "KivLayer Property Page"},
+        {5, "KivLinetypeControl"}, {6, "KivLinetype Property Page"}, {7, "KivLineweightControl"},
+        {8, "KivLineweight Property Page"}, {9, "KivHatchControl"}, {10, "KivHatch Property Page"},
+        {11, "KivLinetypeListControl"}, {12, "KivLTypeList Property Page"}, {200, "General"}, {205, "General"},
+    };
+    for (const auto& [id, text] : strings) {
+        wchar_t buffer[128] = {};
+        LoadStringW(module, id, buffer, 128);
+        EXPECT_EQ(narrow(buffer), text) << id;
+    }
+    for (int id = 200; id <= 205; ++id) EXPECT_NE(FindResourceW(module, MAKEINTRESOURCEW(id), RT_DIALOG), nullptr) << id;
+    FreeLibrary(module);
+}
