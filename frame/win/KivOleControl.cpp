@@ -456,6 +456,17 @@ STDMETHODIMP KivOleControl::SetColorScheme(LOGPALETTE*) { return E_NOTIMPL; }
 
 // ---- In-place activation
 
+HRESULT KivOleControl::windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document,
+                                     RECT* pos) {
+    if (!m_inPlaceSite) return E_UNEXPECTED;
+    RECT position{}, clip{};
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    const HRESULT hr = m_inPlaceSite->GetWindowContext(frame.put(), document.put(), &position, &clip, &info);
+    if (pos != nullptr) *pos = position;
+    return hr;
+}
+
 HRESULT KivOleControl::inPlaceActivate(LONG verb) {
     if (!m_clientSite) return E_UNEXPECTED;
     if (!m_inPlaceSite) {
@@ -468,14 +479,11 @@ HRESULT KivOleControl::inPlaceActivate(LONG verb) {
     if (m_hwnd == nullptr) {
         KivComPtr<IOleInPlaceFrame> frame;
         KivComPtr<IOleInPlaceUIWindow> document;
-        RECT pos{}, clip{};
-        OLEINPLACEFRAMEINFO info{};
-        info.cb = sizeof info;
-        m_inPlaceSite->GetWindowContext(frame.put(), document.put(), &pos, &clip, &info);
+        RECT pos{};
+        windowContext(frame, document, &pos);
         HWND parent = nullptr;
         if (FAILED(m_inPlaceSite->GetWindow(&parent)) || parent == nullptr) return E_FAIL;
         if (!registerWindowClass(&KivOleControl::windowProc)) return E_FAIL;
-        m_posRect = pos;
         CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (m_enabled ? 0 : WS_DISABLED),
                         pos.left, pos.top, pos.right - pos.left, pos.bottom - pos.top, parent, nullptr,
                         kivmodule::instance(), this);
@@ -487,10 +495,7 @@ HRESULT KivOleControl::inPlaceActivate(LONG verb) {
         m_inPlaceSite->OnUIActivate();
         KivComPtr<IOleInPlaceFrame> frame;
         KivComPtr<IOleInPlaceUIWindow> document;
-        RECT pos{}, clip{};
-        OLEINPLACEFRAMEINFO info{};
-        info.cb = sizeof info;
-        if (SUCCEEDED(m_inPlaceSite->GetWindowContext(frame.put(), document.put(), &pos, &clip, &info))) {
+        if (SUCCEEDED(windowContext(frame, document))) {
             if (frame) frame->SetActiveObject(this, nullptr);
             if (document) document->SetActiveObject(this, nullptr);
         }
@@ -530,10 +535,7 @@ STDMETHODIMP KivOleControl::UIDeactivate() {
     if (m_inPlaceSite) {
         KivComPtr<IOleInPlaceFrame> frame;
         KivComPtr<IOleInPlaceUIWindow> document;
-        RECT pos{}, clip{};
-        OLEINPLACEFRAMEINFO info{};
-        info.cb = sizeof info;
-        if (SUCCEEDED(m_inPlaceSite->GetWindowContext(frame.put(), document.put(), &pos, &clip, &info))) {
+        if (SUCCEEDED(windowContext(frame, document))) {
             if (document) document->SetActiveObject(nullptr, nullptr);
             if (frame) frame->SetActiveObject(nullptr, nullptr);
         }
@@ -544,7 +546,6 @@ STDMETHODIMP KivOleControl::UIDeactivate() {
 
 STDMETHODIMP KivOleControl::SetObjectRects(LPCRECT pos, LPCRECT) {
     if (pos == nullptr) return E_POINTER;
-    m_posRect = *pos;
     if (m_hwnd != nullptr) MoveWindow(m_hwnd, pos->left, pos->top, pos->right - pos->left, pos->bottom - pos->top, TRUE);
     return S_OK;
 }

@@ -211,6 +211,8 @@ private:
     static LRESULT CALLBACK windowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
     LRESULT onMessage(UINT msg, WPARAM wParam, LPARAM lParam);
     HRESULT inPlaceActivate(LONG verb);
+    // The in-place site's frame and document windows (and the control's position).
+    HRESULT windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document, RECT* pos = nullptr);
     void destroyWindow();
     void notifyPropertyChanged(DISPID dispid);
     void viewChanged();
@@ -239,7 +241,6 @@ private:
     KivColor m_backColor = 0x80000000 | COLOR_WINDOW;
     SIZEL m_extent{2646, 1323};  // HIMETRIC, 100 x 50 pixels at 96 dpi
     int m_freezeEvents = 0;
-    RECT m_posRect{};
 };
 
 // Window-side seams over real Win32 objects, shared by the control families.
@@ -314,7 +315,8 @@ private:
         HGDIOBJ previous;
         HGDIOBJ created;  // deleted after deselection; null for stock objects
     };
-    void restore(std::vector<Selection>& stack);
+    void restore(std::vector<Selection>& stack);      // every selection, last first
+    void restoreLast(std::vector<Selection>& stack);  // the last one
     HDC m_dc;
     std::vector<Selection> m_pens, m_brushes, m_fonts;
 };

@@ -124,6 +124,13 @@ void KivGdiDC::restore(std::vector<Selection>& stack) {
     }
 }
 
+void KivGdiDC::restoreLast(std::vector<Selection>& stack) {
+    if (stack.empty()) return;
+    std::vector<Selection> last{stack.back()};
+    stack.pop_back();
+    restore(last);
+}
+
 KivColor KivGdiDC::getSysColor(int index) { return GetSysColor(index); }
 KivColor KivGdiDC::setTextColor(KivColor color) { return SetTextColor(m_dc, color); }
 KivColor KivGdiDC::setBkColor(KivColor color) { return SetBkColor(m_dc, color); }
@@ -167,30 +174,15 @@ void KivGdiDC::selectPen(const KivPen& pen) {
     HPEN created = CreatePen(pen.style, pen.width, pen.color);  // owned until restorePen
     m_pens.push_back(Selection{SelectObject(m_dc, created), created});
 }
-void KivGdiDC::restorePen() {
-    if (m_pens.empty()) return;
-    std::vector<Selection> last{m_pens.back()};
-    m_pens.pop_back();
-    restore(last);
-}
+void KivGdiDC::restorePen() { restoreLast(m_pens); }
 void KivGdiDC::selectBrush(const KivBrush& brush) {
     HGDIOBJ created = brush.isStock ? nullptr : CreateSolidBrush(brush.color);
     HGDIOBJ object = brush.isStock ? stockObject(brush.stock) : created;
     m_brushes.push_back(Selection{SelectObject(m_dc, object), created});
 }
-void KivGdiDC::restoreBrush() {
-    if (m_brushes.empty()) return;
-    std::vector<Selection> last{m_brushes.back()};
-    m_brushes.pop_back();
-    restore(last);
-}
+void KivGdiDC::restoreBrush() { restoreLast(m_brushes); }
 void KivGdiDC::selectStockFont(KivStockObject font) { m_fonts.push_back(Selection{SelectObject(m_dc, stockObject(font)), nullptr}); }
-void KivGdiDC::restoreFont() {
-    if (m_fonts.empty()) return;
-    std::vector<Selection> last{m_fonts.back()};
-    m_fonts.pop_back();
-    restore(last);
-}
+void KivGdiDC::restoreFont() { restoreLast(m_fonts); }
 void KivGdiDC::moveTo(int x, int y) { MoveToEx(m_dc, x, y, nullptr); }
 void KivGdiDC::lineTo(int x, int y) { LineTo(m_dc, x, y); }
 void KivGdiDC::ellipse(const KivRect& r) { Ellipse(m_dc, r.left, r.top, r.right, r.bottom); }
