@@ -5,11 +5,11 @@ set -euo pipefail
 
 packages=(
   # native build and unit tests
-  g++ cmake ninja-build googletest libgtest-dev libgmock-dev libbenchmark-dev
+  g++ cmake ninja-build googletest libgtest-dev libgmock-dev
   # cross build of the Windows module and test programs
   mingw-w64 g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
   # Windows runtime for the Windows tests
-  wine64 wine xvfb xauth x11-utils
+  wine64 wine xvfb x11-utils
   # pictures of the controls
   libpng-dev
   # a German locale, to prove number parsing does not depend on the process locale

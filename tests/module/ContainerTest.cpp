@@ -174,6 +174,29 @@ TEST_F(Container, HostsTheControlWithItsOwnerDrawnComboBox) {
     EXPECT_EQ(h.selection(), -1);
     EXPECT_EQ(SendMessageW(h.combo, CB_GETITEMDATA, 3, 0), 0x000000FF);
     EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), -1);
+    // The selection field is the control's height less CKivDpi::getOwnerDrawComboBoxHeightDiff()
+    // (measured from this system's combo box as CKivDpi_win.cpp does). The platform may echo a set
+    // height with its own padding (Wine adds 2), so a probe combo of the same style, given that
+    // height, tells what ours must read back.
+    HWND measure = CreateWindowExW(0, L"COMBOBOX", L"", WS_POPUP | CBS_DROPDOWNLIST | CBS_HASSTRINGS, 0, 0, 100, 200, nullptr,
+                                   nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(measure, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+    RECT measureRect;
+    GetWindowRect(measure, &measureRect);
+    const int diff = (measureRect.bottom - measureRect.top) -
+                     static_cast<int>(SendMessageW(measure, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    DestroyWindow(measure);
+    HWND probe = CreateWindowExW(0, L"COMBOBOX", L"", 0x50200E13 & ~WS_VISIBLE, 0, 0, 200, 21, h.frame, nullptr,
+                                 GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(probe, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+    SendMessageW(probe, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), 21 - diff);
+    const LRESULT expectedField = SendMessageW(probe, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
+    DestroyWindow(probe);
+    EXPECT_EQ(SendMessageW(h.combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0), expectedField);
+    // Focus given to the control goes on to its combo box.
+    SetFocus(h.controlWindow);
+    pumpMessages(20);
+    EXPECT_EQ(GetFocus(), h.combo);
 }
 
 TEST_F(Container, SettingTheSelectionFromTheHostFiresNothing) {
@@ -582,6 +605,54 @@ TEST_F(Container, PropertyFrameShowsOneGeneralPageWithThePlaceholder) {
     EXPECT_EQ(narrow(tab), "General");
     EXPECT_EQ(narrow(text), "TODO: Place controls to manipulate properties of KivColorControl on this dialog.");
     EXPECT_TRUE(enabledOf(control.get()));  // OK changed nothing
+}
+
+// Records IPropertyNotifySink::OnChanged calls.
+class NotifySink final : public IPropertyNotifySink {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
+        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPropertyNotifySink)) {
+            *out = static_cast<IPropertyNotifySink*>(this);
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }  // lives on the test's stack
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP OnChanged(DISPID id) override {
+        changed.push_back(id);
+        return S_OK;
+    }
+    STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
+    std::vector<DISPID> changed;
+};
+
+TEST_F(Container, StockEnabledNotifiesPropertyNotifySinks) {
+    KivComPtr<IDispatch> control = newColourControl();
+    KivComPtr<IConnectionPointContainer> cpc;
+    ASSERT_EQ(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid()), S_OK);
+    KivComPtr<IConnectionPoint> point;
+    ASSERT_EQ(cpc->FindConnectionPoint(IID_IPropertyNotifySink, point.put()), S_OK);
+    NotifySink sink;
+    DWORD cookie = 0;
+    ASSERT_EQ(point->Advise(&sink, &cookie), S_OK);
+    call(control.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr);
+    call(control.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr);  // unchanged: no notice
+    call(control.get(), L"LayerColorIndex", DISPATCH_PROPERTYPUT, {shortArg(5)}, nullptr);  // not bindable
+    EXPECT_EQ(sink.changed, (std::vector<DISPID>{DISPID_ENABLED}));
+    EXPECT_EQ(point->Unadvise(cookie), S_OK);
+    EXPECT_EQ(point->Unadvise(cookie), CONNECT_E_NOCONNECTION);
+    // Both connection points are enumerated; other interfaces have none.
+    KivComPtr<IEnumConnectionPoints> points;
+    ASSERT_EQ(cpc->EnumConnectionPoints(points.put()), S_OK);
+    IConnectionPoint* got[3] = {};
+    ULONG fetched = 0;
+    EXPECT_EQ(points->Next(3, got, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 2u);
+    for (ULONG i = 0; i < fetched; ++i) got[i]->Release();
+    KivComPtr<IConnectionPoint> none;
+    EXPECT_EQ(cpc->FindConnectionPoint(IID_IDispatch, none.put()), CONNECT_E_NOCONNECTION);
 }
 
 // ---- Pixels: the closed and the dropped control, saved as PNG artifacts.
