@@ -20,6 +20,7 @@ const KivControlClass& colourClass();
 class KivColorControl final : public KivOleControl, public IKivColorDialog {
 public:
     KivColorControl() : KivOleControl(colourClass()), core(*this, *this) {}
+    ~KivColorControl() override { destroyWindow(); }
 
     // CColorDialog with initial colour 0, no flags, no parent window (Part 3.2).
     bool choose(KivColor initial, KivColor& chosen) override {

@@ -194,6 +194,10 @@ public:
     const KivControlClass& controlClass() const { return m_class; }
 
 protected:
+    // Destroys the control window now. A family's destructor calls it, so that its onDestroy runs
+    // while the whole object still exists (the container may release without closing first).
+    void destroyWindow();
+
     // Hooks of a control family (Part 1.3's overrides).
     virtual void onCreate(HWND window, const RECT& client) = 0;  // create the child
     virtual void onDestroy() {}                                   // the child goes with the window
@@ -213,7 +217,6 @@ private:
     HRESULT inPlaceActivate(LONG verb);
     // The in-place site's frame and document windows (and the control's position).
     HRESULT windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document, RECT* pos = nullptr);
-    void destroyWindow();
     void notifyPropertyChanged(DISPID dispid);
     void viewChanged();
     HRESULT ambient(DISPID dispid, VARIANT& value);

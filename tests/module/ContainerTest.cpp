@@ -53,6 +53,18 @@ VARIANT boolArg(bool v) {
     return x;
 }
 
+// The text of the property page's static control ("TODO: Place controls ..."), found among the
+// descendants of `window`.
+std::wstring placeholderText(HWND window) {
+    std::wstring text;
+    EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
+        const std::wstring t = windowText(child);
+        if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
+        return TRUE;
+    }, reinterpret_cast<LPARAM>(&text));
+    return text;
+}
+
 long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args = {}) {
     KivVariant r;
     if (FAILED(call(d, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args), &r.v))) return -99999;
@@ -79,7 +91,7 @@ public:
         control->QueryInterface(IID_IDispatch, dispatch.putVoid());
         controlWindow = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
         combo = controlWindow != nullptr ? GetDlgItem(controlWindow, 100) : nullptr;
-        if (combo == nullptr) {
+        if (combo == nullptr) {  // diagnostics for a failed hosting
             HWND child = GetWindow(host, GW_CHILD);
             wchar_t cls[64] = {};
             if (child != nullptr) GetClassNameW(child, cls, 64);
@@ -589,11 +601,7 @@ TEST_F(Container, PropertyFrameShowsOneGeneralPageWithThePlaceholder) {
         item.cchTextMax = 64;
         SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
         tab = buffer;
-        EnumChildWindows(sheet, [](HWND child, LPARAM found) -> BOOL {
-            const std::wstring t = windowText(child);
-            if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
-            return TRUE;
-        }, reinterpret_cast<LPARAM>(&text));
+        text = placeholderText(sheet);
         PostMessageW(sheet, WM_COMMAND, IDOK, 0);
     });
     IUnknown* object = control.get();
@@ -826,11 +834,7 @@ TEST_F(Container, AllSixPagesShowGeneralAndTheirPlaceholder) {
         RECT r{0, 0, info.size.cx, info.size.cy};
         ASSERT_EQ(page->Activate(parent, &r, TRUE), S_OK);
         std::wstring text;
-        EnumChildWindows(parent, [](HWND child, LPARAM found) -> BOOL {
-            const std::wstring t = windowText(child);
-            if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
-            return TRUE;
-        }, reinterpret_cast<LPARAM>(&text));
+        text = placeholderText(parent);
         EXPECT_EQ(narrow(text), std::string("TODO: Place controls to manipulate properties of ") + control + " on this dialog.");
         EXPECT_EQ(page->IsPageDirty(), S_FALSE);
         EXPECT_EQ(page->Apply(), S_OK);
