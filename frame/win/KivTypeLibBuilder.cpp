@@ -17,32 +17,50 @@ namespace {
         if (FAILED(hr_)) return hr_;     \
     } while (0)
 
-struct Refs {
-    HREFTYPE oleColor = 0;
-    HREFTYPE eColors = 0;
-};
+// The type descriptions of one dispinterface. A reference to a user-defined type (stdole's
+// OLE_COLOR, the library's eColors) is added to the type info when a member first uses it.
+class TypeDescs {
+public:
+    TypeDescs(ICreateTypeInfo* ti, ITypeInfo* oleColorInfo, ITypeInfo* eColorsInfo)
+        : m_ti(ti), m_oleColor{oleColorInfo, false, 0}, m_eColors{eColorsInfo, false, 0} {}
 
-HRESULT typeDescOf(KivTlbType type, const Refs& refs, TYPEDESC& desc) {
-    desc = TYPEDESC{};
-    switch (type) {
-    case KivTlbType::Void: desc.vt = VT_VOID; break;
-    case KivTlbType::I1: desc.vt = VT_I1; break;
-    case KivTlbType::I2: desc.vt = VT_I2; break;
-    case KivTlbType::I4: desc.vt = VT_I4; break;
-    case KivTlbType::UI4: desc.vt = VT_UI4; break;
-    case KivTlbType::R8: desc.vt = VT_R8; break;
-    case KivTlbType::Bstr: desc.vt = VT_BSTR; break;
-    case KivTlbType::OleColor:
-        desc.vt = VT_USERDEFINED;
-        desc.hreftype = refs.oleColor;
-        break;
-    case KivTlbType::EColors:
-        desc.vt = VT_USERDEFINED;
-        desc.hreftype = refs.eColors;
-        break;
+    HRESULT describe(KivTlbType type, TYPEDESC& desc) {
+        desc = TYPEDESC{};
+        switch (type) {
+        case KivTlbType::Void: desc.vt = VT_VOID; return S_OK;
+        case KivTlbType::I1: desc.vt = VT_I1; return S_OK;
+        case KivTlbType::I2: desc.vt = VT_I2; return S_OK;
+        case KivTlbType::I4: desc.vt = VT_I4; return S_OK;
+        case KivTlbType::UI4: desc.vt = VT_UI4; return S_OK;
+        case KivTlbType::R8: desc.vt = VT_R8; return S_OK;
+        case KivTlbType::Bstr: desc.vt = VT_BSTR; return S_OK;
+        case KivTlbType::OleColor: desc.vt = VT_USERDEFINED; return reference(m_oleColor, desc.hreftype);
+        case KivTlbType::EColors: desc.vt = VT_USERDEFINED; return reference(m_eColors, desc.hreftype);
+        }
+        return E_INVALIDARG;
     }
-    return S_OK;
-}
+
+private:
+    struct Reference {
+        ITypeInfo* info;
+        bool added;
+        HREFTYPE href;  // any value, 0 included, is a valid reference
+    };
+
+    HRESULT reference(Reference& r, HREFTYPE& out) {
+        if (!r.added) {
+            const HRESULT hr = m_ti->AddRefTypeInfo(r.info, &r.href);
+            if (FAILED(hr)) return hr;
+            r.added = true;
+        }
+        out = r.href;
+        return S_OK;
+    }
+
+    ICreateTypeInfo* m_ti;
+    Reference m_oleColor;
+    Reference m_eColors;
+};
 
 HRESULT findType(ITypeLib* lib, const wchar_t* name, ITypeInfo** out) {
     const UINT count = lib->GetTypeInfoCount();
@@ -67,9 +85,7 @@ HRESULT addDispinterface(ICreateTypeLib2* lib, const KivDispInterface& itf, ITyp
     HREFTYPE hrefDispatch = 0;
     KIV_CHECK(ti->AddRefTypeInfo(dispatchInfo, &hrefDispatch));
     KIV_CHECK(ti->AddImplType(0, hrefDispatch));
-    Refs refs;
-    KIV_CHECK(ti->AddRefTypeInfo(oleColorInfo, &refs.oleColor));
-    KIV_CHECK(ti->AddRefTypeInfo(eColorsInfo, &refs.eColors));
+    TypeDescs types(ti, oleColorInfo, eColorsInfo);
 
     UINT varIndex = 0, funcIndex = 0;
     for (int m = 0; m < itf.memberCount; ++m) {
@@ -79,7 +95,7 @@ HRESULT addDispinterface(ICreateTypeLib2* lib, const KivDispInterface& itf, ITyp
         var.memid = member.dispid;
         var.varkind = VAR_DISPATCH;
         var.wVarFlags = member.isStock ? static_cast<WORD>(VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT) : 0;
-        typeDescOf(member.tlb, refs, var.elemdescVar.tdesc);
+        KIV_CHECK(types.describe(member.tlb, var.elemdescVar.tdesc));
         KIV_CHECK(ti->AddVarDesc(varIndex, &var));
         KIV_CHECK(ti->SetVarName(varIndex, const_cast<LPOLESTR>(member.name)));
         if (!member.isStock) {
@@ -94,7 +110,7 @@ HRESULT addDispinterface(ICreateTypeLib2* lib, const KivDispInterface& itf, ITyp
         std::vector<ELEMDESC> params(static_cast<std::size_t>(member.paramCount));
         for (int p = 0; p < member.paramCount; ++p) {
             params[static_cast<std::size_t>(p)] = ELEMDESC{};
-            typeDescOf(member.params[p].tlb, refs, params[static_cast<std::size_t>(p)].tdesc);
+            KIV_CHECK(types.describe(member.params[p].tlb, params[static_cast<std::size_t>(p)].tdesc));
             params[static_cast<std::size_t>(p)].paramdesc.wParamFlags = PARAMFLAG_NONE;
         }
         FUNCDESC func{};
@@ -104,7 +120,7 @@ HRESULT addDispinterface(ICreateTypeLib2* lib, const KivDispInterface& itf, ITyp
         func.callconv = CC_STDCALL;
         func.cParams = static_cast<SHORT>(member.paramCount);
         func.lprgelemdescParam = params.empty() ? nullptr : params.data();
-        typeDescOf(member.tlb, refs, func.elemdescFunc.tdesc);
+        KIV_CHECK(types.describe(member.tlb, func.elemdescFunc.tdesc));
         KIV_CHECK(ti->AddFuncDesc(funcIndex, &func));
         std::vector<LPOLESTR> names{const_cast<LPOLESTR>(member.name)};
         for (int p = 0; p < member.paramCount; ++p) names.push_back(const_cast<LPOLESTR>(member.params[p].name));
