@@ -332,6 +332,18 @@ void KivOleControl::setFocus() {
     if (m_hwnd != nullptr) ::SetFocus(m_hwnd);
 }
 
+// The one paint path: WM_PAINT, WM_PRINTCLIENT and IViewObject::Draw all come here.
+void KivOleControl::paint(HDC dc, const KivRect& bounds) {
+    KivGdiDC kdc(dc);  // restores what it selected before the caller ends the paint
+    onDraw(kdc, bounds, ambientUserMode());
+}
+
+KivRect KivOleControl::clientRect() const {
+    RECT client{};
+    if (m_hwnd != nullptr) GetClientRect(m_hwnd, &client);
+    return KivFromRECT(client);
+}
+
 void KivOleControl::onDraw(IKivDC& dc, const KivRect& bounds, bool userMode) {
     KivDrawControlFace(dc, bounds, userMode, KivString(m_class.designText), ambientBackColor(), childList());
 }
@@ -816,15 +828,8 @@ STDMETHODIMP KivOleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC
                                  BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
     if (draw == nullptr) return E_INVALIDARG;
-    KivRect rect{0, 0, 0, 0};
-    if (bounds != nullptr) rect = KivRect{bounds->left, bounds->top, bounds->right, bounds->bottom};
-    else if (m_hwnd != nullptr) {
-        RECT client;
-        GetClientRect(m_hwnd, &client);
-        rect = KivFromRECT(client);
-    } else return E_INVALIDARG;
-    KivGdiDC dc(draw);
-    onDraw(dc, rect, ambientUserMode());
+    if (bounds == nullptr && m_hwnd == nullptr) return E_INVALIDARG;
+    paint(draw, bounds != nullptr ? KivRect{bounds->left, bounds->top, bounds->right, bounds->bottom} : clientRect());
     return S_OK;
 }
 
@@ -924,22 +929,13 @@ LRESULT KivOleControl::onMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT: {
         PAINTSTRUCT ps;
         HDC dc = BeginPaint(m_hwnd, &ps);
-        RECT client;
-        GetClientRect(m_hwnd, &client);
-        {
-            KivGdiDC kdc(dc);
-            onDraw(kdc, KivFromRECT(client), ambientUserMode());
-        }
+        paint(dc, clientRect());
         EndPaint(m_hwnd, &ps);
         return 0;
     }
-    case WM_PRINTCLIENT: {
-        RECT client;
-        GetClientRect(m_hwnd, &client);
-        KivGdiDC kdc(reinterpret_cast<HDC>(wParam));
-        onDraw(kdc, KivFromRECT(client), ambientUserMode());
+    case WM_PRINTCLIENT:
+        paint(reinterpret_cast<HDC>(wParam), clientRect());
         return 0;
-    }
     case WM_MOUSEACTIVATE:
         if (!m_uiActive) inPlaceActivate(OLEIVERB_UIACTIVATE);
         return MA_ACTIVATE;

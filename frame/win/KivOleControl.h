@@ -214,6 +214,8 @@ protected:
 private:
     static LRESULT CALLBACK windowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
     LRESULT onMessage(UINT msg, WPARAM wParam, LPARAM lParam);
+    void paint(HDC dc, const KivRect& bounds);
+    KivRect clientRect() const;
     HRESULT inPlaceActivate(LONG verb);
     // The in-place site's frame and document windows (and the control's position).
     HRESULT windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document, RECT* pos = nullptr);
