@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include <string>
+#include <vector>
 
 #include "KivCom.h"
 #include "KivGuids.h"
@@ -148,10 +149,9 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID riid, LPVOID* out) {
     *out = nullptr;
     const KivFactoryEntry* entry = KivFindFactory(clsid);
     if (entry == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
-    static KivClassFactory* factories[32] = {};
-    const std::size_t index = static_cast<std::size_t>(entry - KivFactories().data());
-    if (factories[index] == nullptr) factories[index] = new KivClassFactory(*entry);  // static, lives with the module
-    return factories[index]->QueryInterface(riid, out);
+    // One static factory per entry of the table, in its order, living as long as the module.
+    static std::vector<KivClassFactory> factories(KivFactories().begin(), KivFactories().end());
+    return factories[static_cast<std::size_t>(entry - KivFactories().data())].QueryInterface(riid, out);
 }
 
 STDAPI DllCanUnloadNow() { return kivmodule::canUnload() ? S_OK : S_FALSE; }
