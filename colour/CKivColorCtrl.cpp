@@ -98,6 +98,13 @@ KivString CKivColorCtrl::customText(int idxTev) const {
     return customPrefix + KivString(u" ") + KivString(number.c_str());
 }
 
+void CKivColorCtrl::insertItem(int position, const KivString& text, std::uint32_t color) {
+    list().insertString(position, text);
+    // The data goes to the position asked for, not to the one the insertion returns: inserting at
+    // -1 appends an item whose data is never set (SetComboText(0, ...) without "ByApprovalStatus").
+    list().setItemData(position, static_cast<KivItemData>(color));
+}
+
 void CKivColorCtrl::FillColorList() {
     if (listFilled != 0) return;
     auto add = [this](const KivString& text, std::uint32_t color) {
@@ -182,8 +189,7 @@ bool CKivColorCtrl::AddColorIndex(short idxTev) {
         const std::uint32_t color = idxTev == tev::kDefault            ? defaultColor
                                     : idxTev == tev::kByApprovalStatus ? approvalStatusColor
                                                                        : TevToRGB(idxTev);
-        list().insertString(position, customText(idxTev));
-        list().setItemData(position, static_cast<KivItemData>(color));
+        insertItem(position, customText(idxTev), color);
         m_site.setModifiedFlag(true);
     }
     return true;
@@ -198,8 +204,7 @@ void CKivColorCtrl::SetComboText(long color, const KivString& colorText) {
             const std::uint32_t itemColorValue = itemColor(position);
             const short index = NearestTev(itemColorValue);
             list().deleteString(position);
-            list().insertString(position, customText(index));
-            list().setItemData(position, static_cast<KivItemData>(itemColorValue));
+            insertItem(position, customText(index), itemColorValue);
         }
         return;
     }
@@ -208,8 +213,7 @@ void CKivColorCtrl::SetComboText(long color, const KivString& colorText) {
                                                            : static_cast<int>(color) - 1;
     const std::uint32_t itemColorValue = itemColor(position);
     list().deleteString(position);
-    list().insertString(position, colorText);
-    list().setItemData(position, static_cast<KivItemData>(itemColorValue));
+    insertItem(position, colorText, itemColorValue);
 }
 
 void CKivColorCtrl::ResolveSelection(long& comboIdx, long& colorIdx) {
@@ -235,8 +239,7 @@ void CKivColorCtrl::ResolveSelection(long& comboIdx, long& colorIdx) {
     const long found = FindColor(exact);
     if (found == -1) {
         comboIndex = static_cast<std::int32_t>(comboIdx);
-        list().insertString(comboIndex, customText(exact));
-        list().setItemData(comboIndex, static_cast<KivItemData>(selectedColor));
+        insertItem(comboIndex, customText(exact), selectedColor);
         list().setCurSel(comboIndex);
     } else {
         comboIndex = static_cast<std::int32_t>(found);
@@ -289,8 +292,7 @@ void CKivColorCtrl::SetDisplayApprovalStatusColor(long display) {
     displayApprovalStatusColor = value;
     if (value != 0) {
         // Clearing the flag later removes nothing: the item stays (Part 3.2).
-        list().insertString(0, KivString(kApprovalStatusText));
-        list().setItemData(0, static_cast<KivItemData>(approvalStatusColor));
+        insertItem(0, KivString(kApprovalStatusText), approvalStatusColor);
     }
     // Does not mark the control modified.
 }

@@ -111,6 +111,8 @@ public:
 private:
     IKivChildList& list() const { return comboBox.list(); }
     std::uint32_t itemColor(int position) const;
+    // CB_INSERTSTRING at `position`, then CB_SETITEMDATA at that same position.
+    void insertItem(int position, const KivString& text, std::uint32_t color);
     KivString customText(int idxTev) const;
     void setItemColorAndRedraw(int position, std::uint32_t color);
     // comboIdx := current selection, colorIdx := Tev of the stored item, resolve, fire.
