@@ -162,5 +162,12 @@ private:
     std::atomic<ULONG> m_count{1};
 };
 
+// An export of a loaded module as the function type the caller names, or nullptr. GetProcAddress's
+// FARPROC is a placeholder type: the cast goes through a generic function pointer.
+template <class Function>
+Function KivProcAddress(HMODULE module, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
 // Copies a wide string into a new CoTaskMem block (ownership passes to the caller).
 LPOLESTR KivCoTaskString(const wchar_t* text);

@@ -77,8 +77,8 @@ class Hosted {
 public:
     Hosted(int width = 200, int height = 21) {
         atl = LoadLibraryW(L"atl.dll");
-        auto init = reinterpret_cast<AtlAxWinInitFn>(GetProcAddress(atl, "AtlAxWinInit"));
-        auto getControl = reinterpret_cast<AtlAxGetControlFn>(GetProcAddress(atl, "AtlAxGetControl"));
+        auto init = KivProcAddress<AtlAxWinInitFn>(atl, "AtlAxWinInit");
+        auto getControl = KivProcAddress<AtlAxGetControlFn>(atl, "AtlAxGetControl");
         if (init == nullptr || getControl == nullptr) return;
         static const BOOL initialised = init();  // once per process: a second call fails in Wine's atl
         if (!initialised) return;
@@ -277,7 +277,7 @@ TEST_F(Container, KeyboardChoiceInTheDroppedList) {
 
 TEST_F(Container, SitedThroughAtlAxCreateControl) {
     HMODULE atl = LoadLibraryW(L"atl.dll");
-    auto create = reinterpret_cast<HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**)>(GetProcAddress(atl, "AtlAxCreateControl"));
+    auto create = KivProcAddress<HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**)>(atl, "AtlAxCreateControl");
     ASSERT_NE(create, nullptr);
     HWND frame = CreateWindowExW(0, L"STATIC", L"AtlAxCreateControl", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 240, 60,
                                  nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -848,7 +848,7 @@ TEST_F(Container, ZzModuleCanUnloadWhenEverythingIsReleased) {
     KivComPtr<IDispatch> alive = newColourControl();  // loads the module
     HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
     ASSERT_NE(module, nullptr);
-    auto canUnload = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(module, "DllCanUnloadNow"));
+    auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
     ASSERT_NE(canUnload, nullptr);
     EXPECT_EQ(canUnload(), S_FALSE);
     alive.reset();

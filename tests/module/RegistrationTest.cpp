@@ -53,10 +53,10 @@ struct Module {
         CoInitialize(nullptr);
         handle = LoadLibraryW(kivModulePath().c_str());
         if (handle != nullptr) {
-            reg = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllRegisterServer"));
-            unreg = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllUnregisterServer"));
-            canUnload = reinterpret_cast<HRESULT(WINAPI*)()>(GetProcAddress(handle, "DllCanUnloadNow"));
-            getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(GetProcAddress(handle, "DllGetClassObject"));
+            reg = KivProcAddress<HRESULT(WINAPI*)()>(handle, "DllRegisterServer");
+            unreg = KivProcAddress<HRESULT(WINAPI*)()>(handle, "DllUnregisterServer");
+            canUnload = KivProcAddress<HRESULT(WINAPI*)()>(handle, "DllCanUnloadNow");
+            getClassObject = KivProcAddress<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(handle, "DllGetClassObject");
         }
     }
     ~Module() {

@@ -270,7 +270,9 @@ TEST(TypeLib, TwentyTypesInOrderWithIdentityHelpAndFlags) {
         EXPECT_EQ(attr->wTypeFlags, e.flags);
         EXPECT_EQ(attr->wMajorVerNum, 0);
         EXPECT_EQ(attr->wMinorVerNum, 0);
-        if (e.guid != nullptr) EXPECT_TRUE(IsEqualGUID(attr->guid, guidOf(e.guid)));
+        if (e.guid != nullptr) {
+            EXPECT_TRUE(IsEqualGUID(attr->guid, guidOf(e.guid)));
+        }
         KivBstr name, help;
         DWORD context = 1;
         ti->GetDocumentation(MEMBERID_NIL, name.put(), help.put(), &context, nullptr);

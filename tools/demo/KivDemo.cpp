@@ -107,8 +107,8 @@ int wmain(int argc, wchar_t** argv) {
     }
     CoInitialize(nullptr);
     HMODULE atl = LoadLibraryW(L"atl.dll");
-    auto init = reinterpret_cast<BOOL(WINAPI*)()>(GetProcAddress(atl, "AtlAxWinInit"));
-    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(GetProcAddress(atl, "AtlAxGetControl"));
+    auto init = KivProcAddress<BOOL(WINAPI*)()>(atl, "AtlAxWinInit");
+    auto getControl = KivProcAddress<HRESULT(WINAPI*)(HWND, IUnknown**)>(atl, "AtlAxGetControl");
     if (init == nullptr || getControl == nullptr || !init()) {
         std::fprintf(stderr, "kivdemo: ATL hosting is not available\n");
         return 1;
