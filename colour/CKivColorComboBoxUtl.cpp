@@ -1,16 +1,18 @@
-// Part 3.2, measuring and drawing the colour list's items. Portable.
+// Measuring and drawing the colour list's items. Portable.
 #include "CKivColorComboBoxUtl.h"
 
 #include "CKivDpi.h"
 
 namespace {
-// "The text buffer is one string shared by all instances and created on first use" (Part 3.2).
+// One text buffer shared by every instance, created on first use, as the earlier module had it.
 // Every draw fills it and uses it at once on the one UI thread, so instances never see each other's text.
 KivString& sharedTextBuffer() {
     static KivString buffer;  // created on first use, destroyed at module unload
     return buffer;
 }
 }  // namespace
+
+const KivString& CKivColorComboBoxUtl::textBuffer() const { return sharedTextBuffer(); }
 
 void CKivColorComboBoxUtl::MeasureItem(KivMeasureItem& item) const {
     item.itemHeight = static_cast<unsigned>(CKivDpi::getDefaultGuiFontComboBoxItemHeight());

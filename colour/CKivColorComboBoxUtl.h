@@ -1,4 +1,4 @@
-// CKivColorComboBoxUtl: the colour control's owner-drawn child list (Part 3.2). Portable: it holds
+// CKivColorComboBoxUtl: the colour control's owner-drawn child list. Portable: it holds
 // the seam of its window (IKivChildList; KivNullChildList before the window exists) and draws items
 // on the device-context seam.
 #pragma once
@@ -8,7 +8,7 @@
 
 class CKivColorComboBoxUtl {
 public:
-    // Window styles and child identifier of the list (Parts 1.3, 3.2).
+    // Window styles and child identifier of the list.
     static constexpr unsigned long kStyle = 0x50200E13;  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
                                                          // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
                                                          // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
@@ -20,10 +20,13 @@ public:
     bool exists() const { return m_window != nullptr; }
     IKivChildList& list() const { return m_window != nullptr ? *m_window : KivNullChildList::instance(); }
 
-    // Part 3.2, MeasureItem: every item is getDefaultGuiFontComboBoxItemHeight() high.
+    // MeasureItem: every item is getDefaultGuiFontComboBoxItemHeight() high.
     void MeasureItem(KivMeasureItem& item) const;
-    // Part 3.2, DrawItem: background, focus, swatch and text of one item.
+    // DrawItem: background, focus, swatch and text of one item.
     void DrawItem(IKivDC& dc, const KivDrawItem& item) const;
+    // The buffer DrawItem fetches item texts into: one string shared by every instance, created on
+    // first use; it holds the text of the last item drawn by any instance.
+    const KivString& textBuffer() const;
 
 private:
     IKivChildList* m_window = nullptr;

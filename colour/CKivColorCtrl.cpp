@@ -1,4 +1,4 @@
-// CKivColorCtrl: Part 3.2 step by step, over the frame of Part 1.3. Portable.
+// CKivColorCtrl: the colour control's behaviour step by step, over the common frame. Portable.
 #include "CKivColorCtrl.h"
 
 #include <string>
@@ -23,7 +23,7 @@ const char16_t* const kApprovalStatusText = u"ByApprovalStatus";
 CKivColorCtrl::CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog)
     : m_site(site), m_colorDialog(colorDialog) {}
 
-// ---- Frame (Part 1.3) ----
+// ---- Frame ----
 
 void CKivColorCtrl::OnCreate(IKivChildList& child, int clientHeight) {
     comboBox.attach(&child);
@@ -35,8 +35,8 @@ void CKivColorCtrl::OnCreate(IKivChildList& child, int clientHeight) {
 
 void CKivColorCtrl::OnDestroyChild() {
     comboBox.detach();
-    // The list went with its window; a window created later is filled again. (The spec is silent on
-    // re-creation; keeping the flag set would leave a re-created list empty.)
+    // The list went with its window; a window created later is filled again (keeping the flag set
+    // would leave a re-created list empty).
     listFilled = 0;
 }
 
@@ -80,7 +80,8 @@ void CKivColorCtrl::OnCommand(int notification) {
 
 void CKivColorCtrl::fireChoice(int eventId) {
     long comboIdx = static_cast<long>(list().getCurSel());
-    // Part 3.2: the colour of the item stored before this change, not the new one (kept on purpose).
+    // Kept: the colour of the item stored before this change, not the new one; hosts written for the
+    // earlier module read the previous colour from SelChange.
     long colorIdx = RGBToTev(itemColor(comboIndex));
     ResolveSelection(comboIdx, colorIdx);
     m_site.fireEvent(eventId, {KivEventArg::ofLong(comboIdx), KivEventArg::ofLong(colorIdx)});
@@ -291,7 +292,7 @@ void CKivColorCtrl::SetDisplayApprovalStatusColor(long display) {
     if (value == displayApprovalStatusColor) return;
     displayApprovalStatusColor = value;
     if (value != 0) {
-        // Clearing the flag later removes nothing: the item stays (Part 3.2).
+        // Clearing the flag later removes nothing: the item stays.
         insertItem(0, KivString(kApprovalStatusText), approvalStatusColor);
     }
     // Does not mark the control modified.
@@ -307,6 +308,6 @@ unsigned long CKivColorCtrl::RGB_Equivalent(short idxTev) const {
 
 short CKivColorCtrl::Tev_Equivalent(unsigned long idxRGB) const { return RGBToTev(static_cast<KivColor>(idxRGB)); }
 
-void CKivColorCtrl::SetTooltipText(const KivString& /*txt*/) {}  // does nothing (Part 3.2)
+void CKivColorCtrl::SetTooltipText(const KivString& /*txt*/) {}  // does nothing
 
-void CKivColorCtrl::AboutDisplay(bool /*display*/) {}  // does nothing (Part 3.2)
+void CKivColorCtrl::AboutDisplay(bool /*display*/) {}  // does nothing

@@ -1,4 +1,4 @@
-// CKivColorCtrl: the colour combo control's behaviour (Part 3.2 over the frame of Part 1.3).
+// CKivColorCtrl: the colour combo control's behaviour.
 // Portable: written once against the seams (its child list, the device context, the colour dialog,
 // the control site). The ActiveX frame forwards window messages and dispatch calls to it.
 #pragma once
@@ -12,7 +12,7 @@
 
 class CKivColorCtrl {
 public:
-    // DISPIDs of _DKivColor and _DKivColorEvents (Part 1.2).
+    // DISPIDs of _DKivColor and _DKivColorEvents.
     enum DispId : int {
         dispidComboIndex = 1,
         dispidBlockColorIndex = 2,
@@ -32,7 +32,7 @@ public:
     };
     enum EventId : int { eventSelChange = 1, eventSelAndCloseUp = 2 };
 
-    // Positions of the layout with "ByApprovalStatus" (the type library's Colors, Part 1.2).
+    // Positions of the layout with "ByApprovalStatus" (the type library's Colors).
     enum eColors : int {
         kByApprovalStatus = 0,
         kByLayer = 1,
@@ -56,7 +56,7 @@ public:
     CKivColorCtrl(const CKivColorCtrl&) = delete;
     CKivColorCtrl& operator=(const CKivColorCtrl&) = delete;
 
-    // Frame (Part 1.3) with the colour control's values.
+    // Frame with the colour control's values.
     // The child window has been created (styles CKivColorComboBoxUtl::kStyle, id 100) over a client
     // rectangle `clientHeight` pixels high: font, selection-field height, fill, stored selection.
     void OnCreate(IKivChildList& child, int clientHeight);
@@ -91,11 +91,11 @@ public:
     long GetDisplayApprovalStatusColor() const { return displayApprovalStatusColor; }
     void SetDisplayApprovalStatusColor(long display);
 
-    // Part 3.2 algorithms, public for the frame and the tests.
+    // The list algorithms, public for the frame and the tests.
     void FillColorList();
     void ResolveSelection(long& comboIdx, long& colorIdx);
 
-    // Fields (Part 3.2), in order, readable by the frame and the tests.
+    // Fields, in order, readable by the frame and the tests.
     CKivColorComboBoxUtl comboBox;
     std::int32_t listFilled = 0;
     std::int32_t comboIndex = -1;

@@ -1,5 +1,5 @@
 // IKivColorDialog: the seam of the platform's colour dialog (CColorDialog) used by "Select.."
-// (Part 3.2). Portable. The Win32 shell shows ChooseColorW modally; tests script the answer.
+// Portable. The Win32 shell shows ChooseColorW modally; tests script the answer.
 #pragma once
 
 #include "KivTypes.h"

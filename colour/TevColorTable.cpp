@@ -1,7 +1,7 @@
-// The indexed palette and its conversions (Part 3.1). Portable, pure data and arithmetic.
+// The indexed palette and its conversions. Portable, pure data and arithmetic.
 #include "TevColorTable.h"
 
-// Entries as 0x00RRGGBB: the little-endian reading of the Part's bytes blue, green, red, zero.
+// Entries as 0x00RRGGBB: the little-endian reading of the bytes blue, green, red, zero.
 const std::uint32_t TevColorTable[256] = {
     0xFFFFFF, 0xFF0000, 0xFFFF00, 0x00FF00, 0x00FFFF, 0x0000FF, 0xFF00FF, 0xFFFFFF,  // 0-7
     0x808080, 0xC0C0C0, 0xFF0000, 0xFF7F7F, 0xA50000, 0xA55252, 0x7F0000, 0x7F3F3F,  // 8-15

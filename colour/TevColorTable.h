@@ -1,4 +1,4 @@
-// The indexed colour palette (Part 3.1): the 256-entry table, the special Tev index values and the
+// The indexed colour palette: the 256-entry table, the special Tev index values and the
 // three conversions. Portable, pure data and arithmetic.
 #pragma once
 

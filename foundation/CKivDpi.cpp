@@ -1,4 +1,4 @@
-// CKivDpi (Part 2.3). Portable: values come from the platform probe once, then stay cached.
+// CKivDpi. Portable: values come from the platform probe once, then stay cached.
 #include "CKivDpi.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// CKivDpi: scaling of 96-dpi pixel lengths and the owner-drawn combo-box metrics (Part 2.3).
+// CKivDpi: scaling of 96-dpi pixel lengths and the owner-drawn combo-box metrics.
 // Portable. The platform's values come from CKivDpi_win.cpp (measured from the system) or
 // CKivDpi_posix.cpp (96 dpi and the 96-dpi combo metrics scaled); tests may override both.
 #pragma once

@@ -1,4 +1,4 @@
-// KivAssert dispatch to the installed reporter (Part 2.1). Portable.
+// KivAssert dispatch to the installed reporter. Portable.
 #include "KivAssert.h"
 
 namespace {

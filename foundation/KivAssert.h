@@ -1,4 +1,4 @@
-// KivAssert: reports a failed internal check and returns (Part 2.1). Portable interface; the
+// KivAssert: reports a failed internal check and returns. Portable interface; the
 // default report goes to the debugger on Windows (KivAssert_win.cpp) and to stderr elsewhere
 // (KivAssert_posix.cpp). Tests install their own reporter to capture reports.
 #pragma once

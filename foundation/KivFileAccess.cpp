@@ -1,4 +1,4 @@
-// KivFileAccess (Part 2.1). Portable.
+// KivFileAccess. Portable.
 #include "KivFileAccess.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-// KivFileAccess: whole-file, read-only text reading (Part 2.1). Portable: uses the C library
+// KivFileAccess: whole-file, read-only text reading. Portable: uses the C library
 // (_wfopen on Windows, fopen with a UTF-8 path elsewhere); never writes.
 //
 // Decoding (encodeType):

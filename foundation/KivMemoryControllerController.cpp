@@ -1,4 +1,4 @@
-// KivMemoryControllerController (Part 2.1). Portable.
+// KivMemoryControllerController. Portable.
 #include "KivMemoryControllerController.h"
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// KivMemoryControllerController: raw array storage behind KivArray (Part 2.1). Portable.
+// KivMemoryControllerController: raw array storage behind KivArray. Portable.
 #pragma once
 
 #include <cstddef>

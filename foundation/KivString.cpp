@@ -1,4 +1,4 @@
-// KivString implementation (Part 2.1). Portable.
+// KivString implementation. Portable.
 #include "KivString.h"
 
 #include <charconv>

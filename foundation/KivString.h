@@ -1,4 +1,4 @@
-// KivString: the foundation's UTF-16 string value (Part 2.1).
+// KivString: the foundation's UTF-16 string value.
 // Portable: no platform header. Storage is char16_t on every platform, so characters, lengths and
 // positions are the same on Windows (16-bit wchar_t) and Linux (32-bit wchar_t). getStringW() is a
 // zero-copy view on Windows and a converted copy elsewhere.
@@ -10,7 +10,7 @@
 class KivString {
 public:
     KivString() = default;
-    KivString(const wchar_t* text);   // NOLINT: implicit by design (Part 2.1)
+    KivString(const wchar_t* text);   // NOLINT: implicit by design
     KivString(const char* text);      // NOLINT: 8-bit text, each byte one code unit (Latin-1)
     KivString(const char16_t* text);  // NOLINT: UTF-16 literal, for portable callers and tests
     explicit KivString(std::u16string units) : m_units(std::move(units)) {}

@@ -1,4 +1,4 @@
-// IKivChildList: the seam between a list-based control and its owner-drawn child window (Part 1.3).
+// IKivChildList: the seam between a list-based control and its owner-drawn child window.
 // Portable. One interface serves combo boxes (CB_*) and list boxes (LB_*): each call is one message
 // with the platform's exact results (kiv::kCbErr, kiv::kCbErrSpace, insertion at -1 appends, an
 // out-of-range selection clears it). The Win32 shell implements it with SendMessageW on the real

@@ -1,4 +1,4 @@
-// IKivControlSite: what a control's portable behaviour asks of its frame (Part 1.3): events to the
+// IKivControlSite: what a control's portable behaviour asks of its frame: events to the
 // container, the "modified" flag, and the focus. Portable. The ActiveX frame implements it (events
 // go to every advised sink); tests record the calls (tests/support/RecordingSite).
 #pragma once

@@ -1,5 +1,5 @@
-// IKivDC: the device-context seam of every drawing algorithm (Parts 1.3, 3.2, 4.2, 5.2, 6.2, 7.1).
-// Portable. The calls are the GDI calls the Parts name, with integer coordinates; the Win32 shell
+// IKivDC: the device-context seam of every drawing algorithm.
+// Portable. The calls are the GDI calls the drawing code makes, with integer coordinates; the Win32 shell
 // implements them on a real HDC (owning the pens and brushes it creates), tests record them
 // (tests/support/RecordingDC) and assert the exact sequence.
 #pragma once

@@ -1,4 +1,4 @@
-// Part 1.3, OnDraw. Portable.
+// OnDraw's face of every framed control. Portable.
 #include "KivControlFace.h"
 
 void KivDrawControlFace(IKivDC& dc, const KivRect& bounds, bool userMode, const KivString& designText,

@@ -1,4 +1,4 @@
-// The face a framed control paints in OnDraw (Part 1.3). Portable.
+// The face a framed control paints in OnDraw. Portable.
 #pragma once
 
 #include "IKivChildList.h"

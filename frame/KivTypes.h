@@ -1,4 +1,4 @@
-// Portable values of the platform's drawing and list vocabulary (Part 1.3 and the control Parts).
+// Portable values of the platform's drawing and list vocabulary.
 // Portable: the numbers are Win32's own; frame/KivWin32Check_win.cpp checks each against
 // <windows.h>, so the portable code and the Win32 shell cannot disagree.
 #pragma once
@@ -64,7 +64,7 @@ constexpr unsigned long kSrcCopy = 0x00CC0020;
 constexpr int kPsSolid = 0;
 }  // namespace kiv
 
-// Stock GDI objects the Parts name.
+// Stock GDI objects the drawing code uses.
 enum class KivStockObject { BlackBrush, WhiteBrush, DefaultGuiFont };
 
 // A brush as the drawing code asks for it: a stock brush or a solid colour.
@@ -83,7 +83,7 @@ struct KivPen {
     KivColor color = 0;
 };
 
-// The owner-draw requests (Win32 DRAWITEMSTRUCT and MEASUREITEMSTRUCT, the fields the Parts use).
+// The owner-draw requests (Win32 DRAWITEMSTRUCT and MEASUREITEMSTRUCT, the fields the controls use).
 struct KivDrawItem {
     int itemID = -1;
     unsigned itemState = 0;

@@ -1,4 +1,4 @@
-// The twelve classes of Part 1.1 in the table's order. Each control issue adds its factory here.
+// The twelve classes of the module in their registration order. Each control adds its factory here.
 #include "KivGuids.h"
 #include "KivModule.h"
 #include "KivResources.h"
@@ -9,16 +9,16 @@ const std::vector<KivFactoryEntry>& KivFactories() {
          &KivCreateColorControl},
         {&CLSID_KivColorPropPage, L"KIVLORQCONTROLS.KivColorPropPage.1", IDS_KIVCOLOR_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVCOLOR, CLSID_KivColorPropPage, r, o); }},
-        // 3: CKivHatchCtrl arrives with Part 6.3.
+        // 3: CKivHatchCtrl arrives with the hatch control.
         {&CLSID_KivHatchPropPage, L"KIVLORQCONTROLS.KivHatchPropPage.1", IDS_KIVHATCH_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVHATCH, CLSID_KivHatchPropPage, r, o); }},
-        // 5: CKivLayerCtrl arrives with Part 7.1.
+        // 5: CKivLayerCtrl arrives with the layer control.
         {&CLSID_KivLayerPropPage, L"KIVLORQCONTROLS.KivLayerPropPage.1", IDS_KIVLAYER_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLAYER, CLSID_KivLayerPropPage, r, o); }},
-        // 7, 8: CKivLinetypeCtrl and CKivLinetypeListCtrl arrive with Parts 4.3 and 4.4.
+        // 7, 8: CKivLinetypeCtrl and CKivLinetypeListCtrl arrive with the linetype controls.
         {&CLSID_KivLinetypePropPage, L"KIVLORQCONTROLS.KivLinetypePropPage.1", IDS_KIVLINETYPE_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINETYPE, CLSID_KivLinetypePropPage, r, o); }},
-        // 10: CKivLineweightCtrl arrives with Part 5.2.
+        // 10: CKivLineweightCtrl arrives with the lineweight control.
         {&CLSID_KivLineweightPropPage, L"KIVLORQCONTROLS.KivLineweightPropPage.1", IDS_KIVLINEWEIGHT_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINEWEIGHT, CLSID_KivLineweightPropPage, r, o); }},
         {&CLSID_KivLTypeListPropPage, L"KIVLORQCONTROLS.KivLTypeListPropPage.1", IDS_KIVLTYPELIST_PPG, 0, 0, false,

@@ -1,4 +1,4 @@
-// Generated once from ../shared/spec.md's tables; tests/module/TypeLibTest.cpp reads them back.
+// The module's identifiers; tests/module/TypeLibTest.cpp reads them back from the built library.
 #include "KivGuids.h"
 
 const GUID LIBID_KIVLORQCONTROLSLib = {0x64000C4D, 0xB3B0, 0x460E, {0x85, 0xBC, 0x05, 0xC9, 0x0B, 0x5A, 0xDC, 0x21}};

@@ -1,4 +1,4 @@
-// The identifiers of the module (Parts 1.1, 1.2), as the spec gives them. Win32 side.
+// The identifiers of the module, fixed: hosts create the controls by these. Win32 side.
 #pragma once
 
 #include <guiddef.h>

@@ -1,4 +1,4 @@
-// The library of Part 1.2: identity, the Colors enumeration and the six coclasses in order.
+// The type library: identity, the Colors enumeration and the six coclasses in order.
 #include "KivLibrary.h"
 
 #include "KivGuids.h"

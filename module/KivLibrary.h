@@ -1,5 +1,5 @@
 // The module's library: coclasses in the type library's order, and the description the type
-// library is built from (Part 1.2). Win32 side.
+// library is built from. Win32 side.
 #pragma once
 
 #include "KivDispatch.h"

@@ -1,4 +1,4 @@
-// The module (Part 1.1): DllMain, the class factories in the table's order, the four exports and
+// The module: DllMain, the class factories in the table's order, the four exports and
 // registration exactly as MFC's registration functions write it. Win32 side.
 #include <olectl.h>
 

@@ -1,4 +1,4 @@
-// The module's class table (Part 1.1). Win32 side.
+// The module's class table. Win32 side.
 #pragma once
 
 #include <ole2.h>

@@ -1,4 +1,4 @@
-// Dispinterfaces of the controls whose behaviour has not arrived yet (Parts 4.3, 4.4, 5.2, 6.3, 7.1):
+// Dispinterfaces of the controls whose behaviour has not arrived yet:
 // the type library describes the whole module from the start. No handlers: until a control's own
 // issue moves its table beside its behaviour, nothing can call these members.
 #include "KivGuids.h"
@@ -81,7 +81,7 @@ KIV_ITF(g_DKivLineweight, _DKivLineweight, DIID__DKivLineweight, L"Dispatch inte
 KIV_ITF(g_DKivLineweightEvents, _DKivLineweightEvents, DIID__DKivLineweightEvents, L"Event interface for KivLineweightControl", true, kLineweightEvents);
 KIV_ITF(g_DKivHatch, _DKivHatch, DIID__DKivHatch, L"Dispatch interface for KivHatchControl", false, kHatch);
 KIV_EMPTY_ITF(g_DKivHatchEvents, _DKivHatchEvents, DIID__DKivHatchEvents, L"Event interface for KivHatchControl", true);
-// _DKivLTypeList: the linetype members without SetAboutDisplay (Part 4.4).
+// _DKivLTypeList: the linetype members without SetAboutDisplay.
 const KivDispInterface g_DKivLTypeList = {L"_DKivLTypeList", &DIID__DKivLTypeList, L"Dispatch interface for KivLinetypeListControl",
                                           false, kLinetype, static_cast<int>(sizeof kLinetype / sizeof kLinetype[0]) - 1};
 KIV_ITF(g_DKivLTypeListEvents, _DKivLTypeListEvents, DIID__DKivLTypeListEvents, L"Event interface for KivLinetypeListControl", true, kLTypeListEvents);

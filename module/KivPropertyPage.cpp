@@ -1,4 +1,4 @@
-// The six property pages (Part 1.4): placeholders showing their dialog template (one static text),
+// The six property pages: placeholders showing their dialog template (one static text),
 // titled with their caption string ("General"), with no data exchange. Win32 side.
 #include <ocidl.h>
 #include <olectl.h>

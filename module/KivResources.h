@@ -1,7 +1,7 @@
-// Resource identifiers of the module (Parts 1.1, 1.4). Used by the .rc file and the code.
+// Resource identifiers of the module. Used by the .rc file and the code.
 #pragma once
 
-// Strings: user type names (controls) and registration names (pages), Part 1.1.
+// Strings: user type names (controls) and registration names (pages).
 #define IDS_KIVCOLOR 1
 #define IDS_KIVCOLOR_PPG 2
 #define IDS_KIVLAYER 3
@@ -15,7 +15,7 @@
 #define IDS_KIVLINETYPELIST 11
 #define IDS_KIVLTYPELIST_PPG 12
 
-// Toolbox bitmaps (Part 1.1).
+// Toolbox bitmaps.
 #define IDB_KIVCOLOR 1
 #define IDB_KIVLAYER 2
 #define IDB_KIVLINETYPE 3
@@ -23,7 +23,7 @@
 #define IDB_KIVHATCH 5
 #define IDB_KIVLINETYPELIST 6
 
-// Property page dialogs and captions (Part 1.4).
+// Property page dialogs and captions.
 #define IDD_PROPPAGE_KIVCOLOR 200
 #define IDD_PROPPAGE_KIVLAYER 201
 #define IDD_PROPPAGE_KIVLINETYPE 202

@@ -22,7 +22,7 @@ public:
     KivColorControl() : KivOleControl(colourClass()), core(*this, *this) {}
     ~KivColorControl() override { destroyWindow(); }
 
-    // CColorDialog with initial colour 0, no flags, no parent window (Part 3.2).
+    // CColorDialog with initial colour 0, no flags, no parent window.
     bool choose(KivColor initial, KivColor& chosen) override {
         static COLORREF custom[16] = {};
         CHOOSECOLORW cc{};
@@ -40,7 +40,7 @@ public:
 
 protected:
     void onCreate(HWND window, const RECT& client) override {
-        // Part 1.3: the child over the control's rectangle, styles 0x50200E13, identifier 100.
+        // The child over the control's rectangle, styles 0x50200E13, identifier 100.
         HWND combo = CreateWindowExW(0, L"COMBOBOX", L"", CKivColorComboBoxUtl::kStyle, client.left, client.top,
                                      client.right - client.left, client.bottom - client.top, window,
                                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(CKivColorComboBoxUtl::kChildId)),
@@ -118,7 +118,7 @@ const KivParam kTxt[] = {{L"txt", KivTlbType::Bstr, VT_BSTR}};
 const KivParam kDisplay[] = {{L"display", KivTlbType::I1, VT_BOOL}};
 const KivParam kEventArgs[] = {{L"comboIdx", KivTlbType::I4, VT_I4}, {L"colorIdx", KivTlbType::I4, VT_I4}};
 
-// _DKivColor (Parts 1.2, 3.2): properties in the library's order, then the methods.
+// _DKivColor: properties in the library's order, then the methods.
 const KivMember kColor[] = {
     KIV_PROPERTY(ComboIndex, 1, I4, VT_I4, getComboIndex, putComboIndex),
     KIV_PROPERTY(BlockColorIndex, 2, UI4, VT_I4, getBlock, putBlock),

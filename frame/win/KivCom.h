@@ -9,7 +9,7 @@
 #include <atomic>
 #include <utility>
 
-// ---- Module state: the module handle, live objects and server locks (Part 1.1). ----
+// ---- Module state: the module handle, live objects and server locks. ----
 namespace kivmodule {
 HINSTANCE instance();
 void setInstance(HINSTANCE instance);

@@ -4,7 +4,7 @@
 
 #include <ole2.h>
 
-// The type as the type library declares it (Part 1.2); the dispatch map's type may differ.
+// The type as the type library declares it; the dispatch map's type may differ.
 enum class KivTlbType { Void, I1, I2, I4, UI4, R8, Bstr, OleColor, EColors };
 
 struct KivParam {

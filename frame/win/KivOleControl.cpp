@@ -1,4 +1,4 @@
-// KivOleControl: the frame's ActiveX control object (Part 1.3). Win32 side. No exception crosses a
+// KivOleControl: the frame's ActiveX control object. Win32 side. No exception crosses a
 // COM method; every method answers an HRESULT, a method the frame does not support answers the
 // documented "not implemented" code.
 #include "KivOleControl.h"
@@ -263,7 +263,7 @@ HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT*) {
 void KivOleControl::setEnabled(bool enabled) {
     if (m_enabled == enabled) return;
     m_enabled = enabled;
-    onEnabledChanged(enabled);  // Part 1.3: the child first, then the base
+    onEnabledChanged(enabled);  // the child first, then the base
     if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
     m_dirty = true;
     notifyPropertyChanged(DISPID_ENABLED);

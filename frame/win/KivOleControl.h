@@ -1,4 +1,4 @@
-// KivOleControl: the frame's ActiveX control object, our COleControl (Part 1.3). Win32 side.
+// KivOleControl: the frame's ActiveX control object, our COleControl. Win32 side.
 // It implements the COM interfaces containers need, windowed in-place activation with one control
 // window, events through connection points, persistence compatible with MFC's layout, and the stock
 // Enabled property; a control family derives from it and supplies its identity and hooks.
@@ -21,7 +21,7 @@
 #include "KivCom.h"
 #include "KivDispatch.h"
 
-// What a control gives the frame (Parts 1.1, 1.3).
+// What a control gives the frame.
 struct KivControlClass {
     const CLSID* clsid;
     const KivDispInterface* dispatch;
@@ -198,7 +198,7 @@ protected:
     // while the whole object still exists (the container may release without closing first).
     void destroyWindow();
 
-    // Hooks of a control family (Part 1.3's overrides).
+    // Hooks of a control family.
     virtual void onCreate(HWND window, const RECT& client) = 0;  // create the child
     virtual void onDestroy() {}                                   // the child goes with the window
     virtual void onSize(int width, int height) { (void)width, (void)height; }
@@ -207,7 +207,7 @@ protected:
     virtual void onCommand(WPARAM wParam, LPARAM lParam) { (void)wParam, (void)lParam; }
     virtual bool onDrawItem(const DRAWITEMSTRUCT& item) { (void)item; return false; }
     virtual bool onMeasureItem(MEASUREITEMSTRUCT& item) { (void)item; return false; }
-    // OnDraw: the design face or the user-mode fill (the default is Part 1.3's).
+    // OnDraw: the design face or the user-mode fill (the default paints the frame's face).
     virtual void onDraw(IKivDC& dc, const KivRect& bounds, bool userMode);
     virtual IKivChildList* childList() { return nullptr; }
 

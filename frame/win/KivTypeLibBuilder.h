@@ -1,4 +1,4 @@
-// Writes the module's type library (Part 1.2) with oleaut32's ICreateTypeLib2, from the same
+// Writes the module's type library with oleaut32's ICreateTypeLib2, from the same
 // dispatch tables that drive Invoke. Run at build time (tools/mktypelib). Win32 side.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Part 3.2, MeasureItem and DrawItem: exact call sequences for plain, selected, focused, disabled and
+// MeasureItem and DrawItem: exact call sequences for plain, selected, focused, disabled and
 // -1 items at 96 and 144 dpi, and the text buffer shared by all instances.
 #include "ColourFixture.h"
 #include "RecordingDC.h"
@@ -128,7 +128,7 @@ TEST_F(ColourDraw, SwatchRightEdgeIsAtHPixelsWhateverTheLeftEdge) {
     EXPECT_EQ(dc.calls.at(8), "FillRect(4,2,13,11,solid 0x000000FF)");
 }
 
-TEST_F(ColourDraw, TheSharedTextBufferServesSeveralControls) {
+TEST_F(ColourDraw, TheTextBufferIsOneStringSharedByEveryInstance) {
     create();
     FakeComboBox otherBox;
     RecordingSite otherSite;
@@ -138,7 +138,12 @@ TEST_F(ColourDraw, TheSharedTextBufferServesSeveralControls) {
     RecordingDC dc;
     const KivRect r{0, 0, 120, 13};
     ctrl.comboBox.DrawItem(dc, item(3, 0, r, 0xFF));
+    // The other control's drawer sees the text this one fetched last, and the other way round.
+    EXPECT_EQ(other.comboBox.textBuffer(), KivString(u"Red"));
     other.comboBox.DrawItem(dc, item(3, 0, r, 0xFF));
+    EXPECT_EQ(ctrl.comboBox.textBuffer(), KivString(u"Rot"));
+    EXPECT_EQ(&ctrl.comboBox.textBuffer(), &other.comboBox.textBuffer());
+    // Each draw still shows its own list's text: the buffer is filled and used at once.
     ctrl.comboBox.DrawItem(dc, item(3, 0, r, 0xFF));
     std::vector<std::string> texts;
     for (const std::string& call : dc.calls)

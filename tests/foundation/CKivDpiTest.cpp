@@ -1,4 +1,4 @@
-// CKivDpi (Part 2.3). Natively the dpi is set by the tests; on Windows the system's own values are
+// CKivDpi. Natively the dpi is set by the tests; on Windows the system's own values are
 // measured (the Wine tests run this program at 96 and at 144 dpi, see tests/CMakeLists.txt).
 #include <gtest/gtest.h>
 

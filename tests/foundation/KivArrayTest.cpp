@@ -1,4 +1,4 @@
-// KivArray (Part 2.2): growth, the three-quarter rule, element construction, the checks with their
+// KivArray: growth, the three-quarter rule, element construction, the checks with their
 // exact messages and line numbers, and qsort-based sorting of element types that own memory.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// KivFileAccess (Part 2.1): read-only whole-file reading, encoding type 1 and byte-order marks.
+// KivFileAccess: read-only whole-file reading, encoding type 1 and byte-order marks.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -102,10 +102,22 @@ TEST(KivFileAccess, WriteModesAreRefusedAndNothingIsWritten) {
 }
 
 TEST(KivFileAccess, DeletesThroughBasePointerAndClosesOnDestruction) {
+    // A class derived by a user of the library, deleted through a base pointer: its own destructor
+    // runs (the destructor is virtual) and the file is closed by the base's.
+    struct Derived : KivFileAccess {
+        Derived(const KivString& path, bool& destroyed)
+            : KivFileAccess(path, KivString(u"r"), KivFileAccess::eAnsi), m_destroyed(destroyed) {}
+        ~Derived() override { m_destroyed = true; }
+        bool& m_destroyed;
+    };
     TempFile tmp(std::string("x"));
-    std::unique_ptr<KivFileAccess> file(new KivFileAccess(tmp.path(), KivString(u"r"), KivFileAccess::eAnsi));
-    EXPECT_NE(file->isOpen(), 0);
+    bool destroyed = false;
+    std::unique_ptr<KivFileAccess> file(new Derived(tmp.path(), destroyed));
+    ASSERT_NE(file->isOpen(), 0);
+    EXPECT_TRUE(fileIsOpenInThisProcess(tmp));
     file.reset();
+    EXPECT_TRUE(destroyed);
+    EXPECT_FALSE(fileIsOpenInThisProcess(tmp));
 }
 
 TEST(KivFileAccess, ReadsARealLinetypeFileInPlace) {

@@ -1,4 +1,4 @@
-// KivMemoryControllerController (Part 2.1).
+// KivMemoryControllerController.
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// KivString (Part 2.1): the operations the module uses, their edge cases, and UTF-16 positions
+// KivString: the operations the module uses, their edge cases, and UTF-16 positions
 // that are the same on Windows and Linux.
 #include <gtest/gtest.h>
 
@@ -102,7 +102,7 @@ TEST(KivString, ToUpperDoesNotTouchDivisionSign) {
     EXPECT_EQ(s.toUpper().at(0), 0x00F7);
 }
 
-TEST(KivString, ToDoubleOfPartEdgeCases) {
+TEST(KivString, ToDoubleOfASignedDecimalZeroAndEmptyText) {
     EXPECT_DOUBLE_EQ(KivString(u"-6.35").toDouble(false), -6.35);
     EXPECT_DOUBLE_EQ(KivString(u"0").toDouble(false), 0.0);
     EXPECT_DOUBLE_EQ(KivString(u"").toDouble(false), 0.0);

@@ -1,4 +1,4 @@
-// Part 1.3, OnDraw: the design-mode face and the user-mode fill.
+// OnDraw: the design-mode face and the user-mode fill.
 #include <gtest/gtest.h>
 
 #include "FakeComboBox.h"

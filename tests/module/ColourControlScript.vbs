@@ -1,4 +1,4 @@
-' The colour control driven by VBScript through cscript (Parts 1.1, 1.2, 3.2): created by ProgID,
+' The colour control driven by VBScript through cscript: created by ProgID,
 ' properties and methods by name, wrong argument types and counts give script errors, not crashes.
 ' Exits with the number of failed checks.
 Option Explicit
@@ -15,7 +15,7 @@ End Sub
 Dim c : Set c = CreateObject("KIVLORQCONTROLS.KivColorCtrl.1")
 Check IsObject(c), "CreateObject by ProgID"
 
-' Conversions (Part 3.1 through the dispatch interface).
+' Conversions.
 Check c.RGB_Equivalent(1) = 255, "RGB_Equivalent(1) is red"
 Check c.RGB_Equivalent(5) = &HFF0000, "RGB_Equivalent(5) is blue"
 Check c.RGB_Equivalent(256) = &HFFFFFF, "RGB_Equivalent(256) is white whatever LayerColorIndex holds"

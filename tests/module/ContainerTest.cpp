@@ -1,4 +1,4 @@
-// The colour control in a real container under Wine (Parts 1.3, 3.2 over 1.1): hosted by ATL's
+// The colour control in a real container under Wine: hosted by ATL's
 // AtlAxWin, driven through the real combo box with input messages, listened to through its
 // connection point, plus design mode, persistence, property pages, pixels and unloading.
 #include <gtest/gtest.h>
@@ -224,7 +224,7 @@ TEST_F(Container, SettingTheSelectionFromTheHostFiresNothing) {
 }
 
 // Wine's combo box sends CBN_SELENDOK (and, when dropped, CBN_CLOSEUP) before CBN_SELCHANGE; the
-// control treats each notification as Part 3.2 says, so here SelAndCloseUp comes first. Both carry
+// control treats each notification as it arrives, so here SelAndCloseUp comes first. Both carry
 // the colour of the item stored before the change (the deliberate stale colorIdx).
 TEST_F(Container, KeyboardChoiceWhileClosed) {
     Hosted h;
@@ -269,7 +269,7 @@ TEST_F(Container, KeyboardChoiceInTheDroppedList) {
     h.key(VK_RETURN);  // confirms and closes
     EXPECT_EQ(SendMessageW(h.combo, CB_GETDROPPEDSTATE, 0, 0), 0);
     EXPECT_EQ(h.selection(), 1);
-    // SelChange per move while dropped, SelAndCloseUp on closing (Part 3.2); "ByLayer" and "ByBlock"
+    // SelChange per move while dropped, SelAndCloseUp on closing; "ByLayer" and "ByBlock"
     // are white, and each event carries the colour stored before it (7 before anything was stored).
     EXPECT_EQ(h.events(), (std::vector<std::string>{"SelChange(0,7)", "SelChange(1,7)", "SelAndCloseUp(1,7)"}));
     EXPECT_EQ(longResult(h.dispatch.get(), L"GetSelColorIndex"), 0);

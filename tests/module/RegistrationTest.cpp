@@ -1,4 +1,4 @@
-// Part 1.1 under Wine: DllRegisterServer writes exactly MFC's entries for the colour control and the
+// Registration under Wine: DllRegisterServer writes exactly MFC's entries for the colour control and the
 // six pages plus the type library; DllUnregisterServer removes all of them and nothing else; the
 // error codes; DllGetClassObject and DllCanUnloadNow. The test ends with the module registered, for
 // the script and container tests that follow it.

@@ -1,7 +1,7 @@
-// Part 1.2, read back from the built module through LoadTypeLibEx and ITypeInfo: the library's
+// The type library, read back from the built module through LoadTypeLibEx and ITypeInfo: the library's
 // identity, the 20 types in order, every member of every interface with its DISPID, kind, declared
 // types, flags and help string, the enumeration, and the edge cases. The expected facts below are
-// written from the spec, independently of the tables that built the library.
+// written out here, independently of the tables that built the library.
 #include <gtest/gtest.h>
 #include <windows.h>
 #include <oleauto.h>

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# regsvr32 at the command line (Part 1.1): /u unregisters, /s registers; reg.exe sees the keys
+# regsvr32 at the command line: /u unregisters, /s registers; reg.exe sees the keys
 # appear and go. Ends with the module registered. Usage: regsvr32_test.sh WINE_ENV BUILD OCX
 set -u
 env=$1; build=$2; ocx=$3

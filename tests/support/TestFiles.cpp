@@ -13,18 +13,8 @@ namespace {
 KivString fromPath(const fs::path& p) { return KivString::fromUtf8(p.u8string()); }
 }  // namespace
 
-KivString sharedDataPath(const std::string& relative) { return sharedPath("data/" + relative); }
-
-std::string specText() {
-    KivFileAccess file(sharedPath("spec.md"), KivString(u"r"), KivFileAccess::eUtf8);
-    KivString text;
-    const long length = file.getFileLength();
-    if (length > 0) file.readFile(text, static_cast<std::size_t>(length));
-    return text.toUtf8();
-}
-
-KivString sharedPath(const std::string& relative) {
-    fs::path p = fs::path(KIV_SHARED_DIR) / relative;
+KivString sharedDataPath(const std::string& relative) {
+    fs::path p = fs::path(KIV_SHARED_DIR) / "data" / relative;
 #if defined(_WIN32)
     // The build tree is on Linux; Wine shows the Linux root as drive Z:.
     return KivString(u"Z:") + fromPath(p.lexically_normal().make_preferred());
@@ -49,4 +39,27 @@ TempFile::TempFile(const std::string& bytes, const std::string& name) {
 TempFile::~TempFile() {
     std::error_code ec;
     fs::remove_all(fs::u8path(m_nativeFolder), ec);
+}
+
+bool fileIsOpenInThisProcess(const TempFile& file) {
+    const fs::path target = fs::u8path(file.nativePath());
+#if defined(_WIN32)
+    // The C library opens without delete sharing: a rename fails while the file is open.
+    fs::path moved = target;
+    moved += ".probe";
+    std::error_code ec;
+    fs::rename(target, moved, ec);
+    if (ec) return true;
+    fs::rename(moved, target, ec);
+    return false;
+#else
+    std::error_code ec;
+    const fs::path canonical = fs::canonical(target, ec);
+    for (const fs::directory_entry& entry : fs::directory_iterator("/proc/self/fd", ec)) {
+        std::error_code linkError;
+        const fs::path pointsAt = fs::read_symlink(entry.path(), linkError);
+        if (!linkError && pointsAt == canonical) return true;
+    }
+    return false;
+#endif
 }

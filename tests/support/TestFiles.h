@@ -5,11 +5,9 @@
 
 #include "KivString.h"
 
-// Path of ../shared/<relative> and ../shared/data/<relative> as the platform's file functions take them.
-KivString sharedPath(const std::string& relative);
+// Path of ../shared/data/<relative> (the real-world linetype and pattern files, read in place) as
+// the platform's file functions take it.
 KivString sharedDataPath(const std::string& relative);
-// The whole text of ../shared/spec.md (UTF-8), for tests that check data against the contract.
-std::string specText();
 
 // A file in a private temporary folder, removed with the object.
 class TempFile {
@@ -20,6 +18,7 @@ public:
     TempFile& operator=(const TempFile&) = delete;
     const KivString& path() const { return m_path; }
     const KivString& folder() const { return m_folder; }
+    const std::string& nativePath() const { return m_native; }
 
 private:
     KivString m_path;
@@ -27,3 +26,7 @@ private:
     std::string m_native;
     std::string m_nativeFolder;
 };
+
+// Whether this process holds the file open: on Linux a descriptor in /proc/self/fd points at it;
+// on Windows the file cannot be renamed while the C library holds it (no delete sharing).
+bool fileIsOpenInThisProcess(const TempFile& file);

@@ -1,4 +1,4 @@
-// Build tool: writes the module's type library (Part 1.2) from the dispatch tables, with
+// Build tool: writes the module's type library from the dispatch tables, with
 // ICreateTypeLib2. Runs at build time under Wine (natively on Windows). Usage: mktypelib OUT.tlb
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-// KivArray: the foundation's growable array template (Part 2.2). Portable, header-only.
+// KivArray: the foundation's growable array template. Portable, header-only.
 //
 // Storage comes from KivMemoryControllerController; failed checks report through
 // KivAssert::kivAssert with the file "ORVRoots\Exp\KivArray" and the line numbers of the original

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`): every cited test must exist in
+# tests/ (and every cited ctest name `win.*` / `repo.*` in a CMakeLists.txt), so the catalogue
+# cannot name a test that was renamed or removed. Exits 1 listing the missing names.
+set -uo pipefail
+root=${1:-$(cd "$(dirname "$0")/.." && pwd)}
+cd "$root" || exit 2
+missing=0
+while read -r name; do
+  suite=${name%%.*}
+  test=${name#*.}
+  case $suite in
+  win|repo)
+    # Literally, or as a name built in a loop (win.foundation_tests.dpi${dpi} for ...dpi96).
+    stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
+    grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||
+      grep -rqF --include=CMakeLists.txt -e "$stem\${" . || { echo "missing ctest: $name"; missing=1; } ;;
+  *)
+    if [ "$test" = "*" ]; then
+      grep -rqE "TEST(_F)?\($suite," tests || { echo "missing suite: $name"; missing=1; }
+    else
+      grep -rqE "TEST(_F)?\($suite, $test\)" tests || { echo "missing test: $name"; missing=1; }
+    fi ;;
+  esac
+done < <(grep -oE '`[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
+[ $missing -eq 0 ] && echo "check-conformance: every cited test exists"
+exit $missing
