@@ -62,12 +62,7 @@ protected:
     bool onDrawItem(const DRAWITEMSTRUCT& item) override {
         if (item.CtlID != CKivColorComboBoxUtl::kChildId) return false;
         KivGdiDC dc(item.hDC);
-        KivDrawItem draw;
-        draw.itemID = static_cast<int>(item.itemID);
-        draw.itemState = item.itemState;
-        draw.rcItem = KivFromRECT(item.rcItem);
-        draw.itemData = static_cast<KivItemData>(item.itemData);
-        core.comboBox.DrawItem(dc, draw);
+        core.comboBox.DrawItem(dc, KivFromDRAWITEMSTRUCT(item));
         return true;
     }
     bool onMeasureItem(MEASUREITEMSTRUCT& item) override {
@@ -86,7 +81,6 @@ private:
 };
 
 CKivColorCtrl& core(void* self) { return static_cast<KivColorControl*>(static_cast<KivOleControl*>(self))->core; }
-KivString text(const VARIANT& v) { return KivString(V_BSTR(&v) != nullptr ? V_BSTR(&v) : L""); }
 
 // ---- Handlers: arguments arrive coerced to the dispatch map's types.
 HRESULT getComboIndex(void* s, VARIANT*, VARIANT* r) { return KivReturnLong(r, core(s).GetComboIndex()); }
@@ -104,11 +98,11 @@ HRESULT putDisplay(void* s, VARIANT* a, VARIANT*) { core(s).SetDisplayApprovalSt
 HRESULT getSelColorIndex(void* s, VARIANT*, VARIANT* r) { return KivReturnShort(r, core(s).GetSelColorIndex()); }
 HRESULT setSelColorIndex(void* s, VARIANT* a, VARIANT*) { core(s).SetSelColorIndex(V_I2(&a[0])); return S_OK; }
 HRESULT addColorIndex(void* s, VARIANT* a, VARIANT* r) { return KivReturnBool(r, core(s).AddColorIndex(V_I2(&a[0]))); }
-HRESULT setComboText(void* s, VARIANT* a, VARIANT*) { core(s).SetComboText(V_I4(&a[0]), text(a[1])); return S_OK; }
+HRESULT setComboText(void* s, VARIANT* a, VARIANT*) { core(s).SetComboText(V_I4(&a[0]), KivTextArg(a[1])); return S_OK; }
 HRESULT rgbEquivalent(void* s, VARIANT* a, VARIANT* r) { return KivReturnLong(r, static_cast<long>(core(s).RGB_Equivalent(V_I2(&a[0])))); }
 HRESULT tevEquivalent(void* s, VARIANT* a, VARIANT* r) { return KivReturnShort(r, core(s).Tev_Equivalent(static_cast<unsigned long>(V_I4(&a[0])))); }
 HRESULT findColor(void* s, VARIANT* a, VARIANT* r) { return KivReturnLong(r, core(s).FindColor(V_I2(&a[0]))); }
-HRESULT setTooltipText(void* s, VARIANT* a, VARIANT*) { core(s).SetTooltipText(text(a[0])); return S_OK; }
+HRESULT setTooltipText(void* s, VARIANT* a, VARIANT*) { core(s).SetTooltipText(KivTextArg(a[0])); return S_OK; }
 HRESULT aboutDisplay(void* s, VARIANT* a, VARIANT*) { core(s).AboutDisplay(V_BOOL(&a[0]) != VARIANT_FALSE); return S_OK; }
 
 const KivParam kIdxTev[] = {{L"idxTev", KivTlbType::I2, VT_I2}};
@@ -157,10 +151,4 @@ const KivDispInterface g_DKivColor = {L"_DKivColor", &DIID__DKivColor, L"Dispatc
 const KivDispInterface g_DKivColorEvents = {L"_DKivColorEvents", &DIID__DKivColorEvents, L"Event interface for KivColorControl",
                                             true, kColorEvents, static_cast<int>(sizeof kColorEvents / sizeof kColorEvents[0])};
 
-HRESULT KivCreateColorControl(REFIID riid, void** out) {
-    auto* control = new (std::nothrow) KivColorControl();
-    if (control == nullptr) return E_OUTOFMEMORY;
-    const HRESULT hr = control->QueryInterface(riid, out);
-    control->Release();
-    return hr;
-}
+HRESULT KivCreateColorControl(REFIID riid, void** out) { return KivCreateControl<KivColorControl>(riid, out); }

@@ -116,3 +116,17 @@ HRESULT KivReturnDouble(VARIANT* result, double value) {
     V_R8(result) = value;
     return S_OK;
 }
+
+HRESULT KivReturnText(VARIANT* result, const KivString& text) {
+    V_VT(result) = VT_BSTR;
+    // SysAllocStringLen keeps the text whole even if it holds a null character.
+    V_BSTR(result) = SysAllocStringLen(text.getStringW(), static_cast<UINT>(text.length()));
+    return V_BSTR(result) != nullptr ? S_OK : E_OUTOFMEMORY;  // ownership passes to the caller's VARIANT
+}
+
+KivString KivTextArg(const VARIANT& arg) {
+    if (V_VT(&arg) != VT_BSTR || V_BSTR(&arg) == nullptr) return KivString();
+    const BSTR text = V_BSTR(&arg);
+    const UINT length = SysStringLen(text);
+    return KivString(std::u16string(reinterpret_cast<const char16_t*>(text), length));
+}

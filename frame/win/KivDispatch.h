@@ -4,6 +4,8 @@
 
 #include <ole2.h>
 
+#include "KivString.h"
+
 // The type as the type library declares it; the dispatch map's type may differ.
 enum class KivTlbType { Void, I1, I2, I4, UI4, R8, Bstr, OleColor, EColors };
 
@@ -63,3 +65,6 @@ HRESULT KivReturnShort(VARIANT* result, short value);
 HRESULT KivReturnBool(VARIANT* result, bool value);
 HRESULT KivReturnBstr(VARIANT* result, const wchar_t* text);
 HRESULT KivReturnDouble(VARIANT* result, double value);
+HRESULT KivReturnText(VARIANT* result, const KivString& text);  // a new BSTR, owned by the caller
+// A BSTR argument as text; a null BSTR is the empty text.
+KivString KivTextArg(const VARIANT& arg);

@@ -104,6 +104,15 @@ void KivUnregisterControlWindowClass() { UnregisterClassW(kWindowClass, kivmodul
 RECT KivToRECT(const KivRect& r) { return RECT{r.left, r.top, r.right, r.bottom}; }
 KivRect KivFromRECT(const RECT& r) { return KivRect{r.left, r.top, r.right, r.bottom}; }
 
+KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item) {
+    KivDrawItem draw;
+    draw.itemID = static_cast<int>(item.itemID);  // (UINT)-1 for the empty selection field
+    draw.itemState = item.itemState;
+    draw.rcItem = KivFromRECT(item.rcItem);
+    draw.itemData = static_cast<KivItemData>(item.itemData);
+    return draw;
+}
+
 // ---------------------------------------------------------------- connection points
 
 KivConnectionPoint::~KivConnectionPoint() { clear(); }

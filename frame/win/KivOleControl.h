@@ -13,6 +13,7 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <new>
 #include <vector>
 
 #include "IKivChildList.h"
@@ -335,3 +336,18 @@ void KivUnregisterControlWindowClass();
 
 RECT KivToRECT(const KivRect& r);
 KivRect KivFromRECT(const RECT& r);
+// The fields of an owner-draw request the drawing code reads.
+KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item);
+
+// Creates a control of class `Control` and hands out the interface asked for (the creation
+// reference is released: a failed QueryInterface deletes the object again).
+template <class Control>
+HRESULT KivCreateControl(REFIID riid, void** out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    auto* control = new (std::nothrow) Control();
+    if (control == nullptr) return E_OUTOFMEMORY;
+    const HRESULT hr = control->QueryInterface(riid, out);
+    control->Release();
+    return hr;
+}

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "ContainerSupport.h"
+#include "ContainerHost.h"
 #include "KivCom.h"
 #include "ModulePath.h"
 #include "PngWriter.h"
@@ -22,150 +22,20 @@ const CLSID kColorClsid = {0x134FFBAD, 0x0ECF, 0x4346, {0xBA, 0x9D, 0x1E, 0xDC, 
 const IID kColorEvents = {0xE2A8D3CB, 0xCEDE, 0x42DA, {0x88, 0x83, 0x15, 0x54, 0xCD, 0x80, 0x30, 0xDD}};
 const CLSID kColorPage = {0x13C03DB5, 0x8843, 0x4B08, {0xBC, 0xA1, 0xF4, 0x03, 0x25, 0x86, 0xC7, 0x67}};
 
-using AtlAxWinInitFn = BOOL(WINAPI*)();
-using AtlAxGetControlFn = HRESULT(WINAPI*)(HWND, IUnknown**);
-
-// Calls a member by name through IDispatch.
-HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result) {
-    DISPID id = 0;
-    LPOLESTR n = const_cast<LPOLESTR>(name);
-    HRESULT hr = d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(hr)) return hr;
-    std::vector<VARIANT> reversed(args.rbegin(), args.rend());
-    DISPID put = DISPID_PROPERTYPUT;
-    DISPPARAMS params{reversed.empty() ? nullptr : reversed.data(), (flags & DISPATCH_PROPERTYPUT) ? &put : nullptr,
-                      static_cast<UINT>(reversed.size()), (flags & DISPATCH_PROPERTYPUT) ? 1u : 0u};
-    KivVariant ignored;
-    return d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result != nullptr ? result : &ignored.v, nullptr, nullptr);
-}
-
-VARIANT shortArg(short v) {
-    VARIANT x;
-    V_VT(&x) = VT_I2;
-    V_I2(&x) = v;
-    return x;
-}
-
-VARIANT boolArg(bool v) {
-    VARIANT x;
-    V_VT(&x) = VT_BOOL;
-    V_BOOL(&x) = v ? VARIANT_TRUE : VARIANT_FALSE;
-    return x;
-}
-
-// The text of the property page's static control ("TODO: Place controls ..."), found among the
-// descendants of `window`.
-std::wstring placeholderText(HWND window) {
-    std::wstring text;
-    EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
-        const std::wstring t = windowText(child);
-        if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
-        return TRUE;
-    }, reinterpret_cast<LPARAM>(&text));
-    return text;
-}
-
-long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args = {}) {
-    KivVariant r;
-    if (FAILED(call(d, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args), &r.v))) return -99999;
-    VariantChangeType(&r.v, &r.v, 0, VT_I4);
-    return V_I4(&r.v);
-}
-
-// A top-level window hosting the colour control through AtlAxWin.
-class Hosted {
+// The colour control hosted through AtlAxWin, with its combo box (id 100).
+class ColourHosted : public Hosted {
 public:
-    Hosted(int width = 200, int height = 21) {
-        atl = LoadLibraryW(L"atl.dll");
-        auto init = KivProcAddress<AtlAxWinInitFn>(atl, "AtlAxWinInit");
-        auto getControl = KivProcAddress<AtlAxGetControlFn>(atl, "AtlAxGetControl");
-        if (init == nullptr || getControl == nullptr) return;
-        static const BOOL initialised = init();  // once per process: a second call fails in Wine's atl
-        if (!initialised) return;
-        frame = CreateWindowExW(0, L"STATIC", L"KivLorqControls test container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
-                                320, 240, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-        host = CreateWindowExW(0, L"AtlAxWin", L"KIVLORQCONTROLS.KivColorCtrl.1", WS_CHILD | WS_VISIBLE, 10, 10, width,
-                               height, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
-        pumpMessages(100);
-        if (host == nullptr || FAILED(getControl(host, control.put()))) return;
-        control->QueryInterface(IID_IDispatch, dispatch.putVoid());
-        controlWindow = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
-        combo = controlWindow != nullptr ? GetDlgItem(controlWindow, 100) : nullptr;
-        if (combo == nullptr) {  // diagnostics for a failed hosting
-            HWND child = GetWindow(host, GW_CHILD);
-            wchar_t cls[64] = {};
-            if (child != nullptr) GetClassNameW(child, cls, 64);
-            std::printf("hosting: frame %p host %p control %p window %p first child %p class %ls\n", (void*)frame, (void*)host,
-                        (void*)control.get(), (void*)controlWindow, (void*)child, cls);
-        }
-        sink = new EventSink(kColorEvents);
-        KivComPtr<IConnectionPointContainer> cpc;
-        if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
-            SUCCEEDED(cpc->FindConnectionPoint(kColorEvents, point.put())))
-            point->Advise(static_cast<IDispatch*>(sink), &cookie);
-    }
-    ~Hosted() {
-        if (point) point->Unadvise(cookie);
-        if (sink != nullptr) sink->Release();
-        point.reset();
-        dispatch.reset();
-        control.reset();
-        if (frame != nullptr) DestroyWindow(frame);
-        pumpMessages(50);
-    }
-    std::vector<std::string>& events() { return sink->events; }
-    int selection() const { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
-    int count() const { return static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0)); }
-    std::string text(int i) const {
-        wchar_t t[128] = {};
-        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(t));
-        return narrow(t);
-    }
-    // A key press on the focused combo box.
-    void key(UINT vk) {
-        SendMessageW(combo, WM_KEYDOWN, vk, 0);
-        SendMessageW(combo, WM_KEYUP, vk, 0xC0000000);
-        pumpMessages(30);
-    }
-    // A mouse choice: open the list with a click, click item `index` in the dropped list.
-    void mousePick(int index) {
-        SendMessageW(combo, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-        SendMessageW(combo, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-        pumpMessages(30);
-        COMBOBOXINFO info{};
-        info.cbSize = sizeof info;
-        GetComboBoxInfo(combo, &info);
-        RECT item{};
-        SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-        const LPARAM at = MAKELPARAM(item.left + 5, (item.top + item.bottom) / 2);
-        SendMessageW(info.hwndList, WM_MOUSEMOVE, 0, at);
-        SendMessageW(info.hwndList, WM_LBUTTONDOWN, MK_LBUTTON, at);
-        SendMessageW(info.hwndList, WM_LBUTTONUP, 0, at);
-        pumpMessages(50);
-    }
-
-    HMODULE atl = nullptr;
-    HWND frame = nullptr, host = nullptr, controlWindow = nullptr, combo = nullptr;
-    KivComPtr<IUnknown> control;
-    KivComPtr<IDispatch> dispatch;
-    KivComPtr<IConnectionPoint> point;
-    EventSink* sink = nullptr;
-    DWORD cookie = 0;
+    explicit ColourHosted(int width = 200, int height = 21)
+        : Hosted(L"KIVLORQCONTROLS.KivColorCtrl.1", kColorEvents, 100, width, height), combo(child) {}
+    HWND combo;
 };
 
-class Container : public ::testing::Test {
-protected:
-    void SetUp() override { CoInitialize(nullptr); }
-    void TearDown() override {
-        CoFreeUnusedLibraries();
-        CoUninitialize();
-    }
-};
+using Container = ComTest;
 
 }  // namespace
 
 TEST_F(Container, HostsTheControlWithItsOwnerDrawnComboBox) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.dispatch.get(), nullptr);
     ASSERT_NE(h.controlWindow, nullptr);
     ASSERT_NE(h.combo, nullptr);
@@ -212,7 +82,7 @@ TEST_F(Container, HostsTheControlWithItsOwnerDrawnComboBox) {
 }
 
 TEST_F(Container, SettingTheSelectionFromTheHostFiresNothing) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     ASSERT_EQ(call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(5)}, nullptr), S_OK);
     EXPECT_EQ(h.selection(), 7);
@@ -227,7 +97,7 @@ TEST_F(Container, SettingTheSelectionFromTheHostFiresNothing) {
 // control treats each notification as it arrives, so here SelAndCloseUp comes first. Both carry
 // the colour of the item stored before the change (the deliberate stale colorIdx).
 TEST_F(Container, KeyboardChoiceWhileClosed) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(1)}, nullptr);  // "Red" at 3
     SetFocus(h.combo);
@@ -238,7 +108,7 @@ TEST_F(Container, KeyboardChoiceWhileClosed) {
 }
 
 TEST_F(Container, MouseChoiceInTheDroppedList) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     h.mousePick(7);
     EXPECT_EQ(h.selection(), 7);
@@ -249,7 +119,7 @@ TEST_F(Container, MouseChoiceInTheDroppedList) {
 }
 
 TEST_F(Container, OpeningAndClosingWithoutAChoiceFiresNothing) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     SendMessageW(h.combo, CB_SHOWDROPDOWN, TRUE, 0);
     pumpMessages(30);
@@ -259,7 +129,7 @@ TEST_F(Container, OpeningAndClosingWithoutAChoiceFiresNothing) {
 }
 
 TEST_F(Container, KeyboardChoiceInTheDroppedList) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     SetFocus(h.combo);
     h.key(VK_F4);  // opens the list
@@ -303,7 +173,7 @@ void answerColourDialog(HWND dialog, int red, int green, int blue) {
 }
 
 TEST_F(Container, SelectConfirmedInTheColourDialogAddsTheSnappedColour) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(7)}, nullptr);  // "White" at 9
     SetFocus(h.combo);
@@ -327,7 +197,7 @@ TEST_F(Container, SelectConfirmedInTheColourDialogAddsTheSnappedColour) {
 }
 
 TEST_F(Container, SelectCancelledRestoresTheSelection) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(7)}, nullptr);
     SetFocus(h.combo);
@@ -342,7 +212,7 @@ TEST_F(Container, SelectCancelledRestoresTheSelection) {
 }
 
 TEST_F(Container, EnabledDisablesTheComboBox) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     ASSERT_EQ(call(h.dispatch.get(), L"Enabled", DISPATCH_PROPERTYPUT, {boolArg(false)}, nullptr), S_OK);
     EXPECT_FALSE(IsWindowEnabled(h.combo));
@@ -351,7 +221,7 @@ TEST_F(Container, EnabledDisablesTheComboBox) {
 }
 
 TEST_F(Container, ResizingMovesTheComboToTheDroppedHeight) {
-    Hosted h;
+    ColourHosted h;
     ASSERT_NE(h.combo, nullptr);
     KivComPtr<IOleInPlaceObject> inPlace;
     ASSERT_EQ(h.control->QueryInterface(IID_IOleInPlaceObject, inPlace.putVoid()), S_OK);
@@ -369,36 +239,6 @@ TEST_F(Container, ResizingMovesTheComboToTheDroppedHeight) {
 }
 
 // ---- Design mode and user mode, through IViewObject::Draw into a memory bitmap.
-
-struct Canvas {
-    Canvas(int w, int h) : width(w), height(h) {
-        HDC screen = GetDC(nullptr);
-        dc = CreateCompatibleDC(screen);
-        BITMAPINFO bi{};
-        bi.bmiHeader.biSize = sizeof bi.bmiHeader;
-        bi.bmiHeader.biWidth = w;
-        bi.bmiHeader.biHeight = -h;
-        bi.bmiHeader.biPlanes = 1;
-        bi.bmiHeader.biBitCount = 32;
-        bitmap = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits), nullptr, 0);
-        ReleaseDC(nullptr, screen);
-        old = SelectObject(dc, bitmap);
-    }
-    ~Canvas() {
-        SelectObject(dc, old);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-    }
-    COLORREF pixel(int x, int y) const {
-        const DWORD p = bits[y * width + x];  // 0x00RRGGBB in a 32-bit DIB
-        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
-    }
-    int width, height;
-    HDC dc;
-    HBITMAP bitmap;
-    HGDIOBJ old;
-    DWORD* bits = nullptr;
-};
 
 TEST_F(Container, DesignModeDrawsTheNameOnWhiteAndUserModeTheAmbientColour) {
     KivComPtr<IOleObject> object;
@@ -427,45 +267,7 @@ TEST_F(Container, DesignModeDrawsTheNameOnWhiteAndUserModeTheAmbientColour) {
 
 // ---- Persistence in MFC's layout.
 
-std::vector<BYTE> saveStream(IUnknown* control) {
-    KivComPtr<IPersistStreamInit> persist;
-    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
-    KivComPtr<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    if (!persist || FAILED(persist->Save(stream.get(), TRUE))) return {};
-    STATSTG stat{};
-    stream->Stat(&stat, STATFLAG_NONAME);
-    std::vector<BYTE> bytes(static_cast<std::size_t>(stat.cbSize.QuadPart));
-    const LARGE_INTEGER zero{};
-    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
-    ULONG got = 0;
-    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &got);
-    return bytes;
-}
-
-HRESULT loadStream(IUnknown* control, const std::vector<BYTE>& bytes) {
-    KivComPtr<IPersistStreamInit> persist;
-    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
-    KivComPtr<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    ULONG written = 0;
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written);
-    const LARGE_INTEGER zero{};
-    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
-    return persist->Load(stream.get());
-}
-
-KivComPtr<IDispatch> newColourControl() {
-    KivComPtr<IDispatch> d;
-    CoCreateInstance(kColorClsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, d.putVoid());
-    return d;
-}
-
-bool enabledOf(IDispatch* d) {
-    KivVariant r;
-    call(d, L"Enabled", DISPATCH_PROPERTYGET, {}, &r.v);
-    return V_VT(&r.v) == VT_BOOL && V_BOOL(&r.v) != VARIANT_FALSE;
-}
+KivComPtr<IDispatch> newColourControl() { return newControl(kColorClsid); }
 
 TEST_F(Container, StreamRoundTripInMfcLayout) {
     KivComPtr<IDispatch> control = newColourControl();
@@ -615,27 +417,6 @@ TEST_F(Container, PropertyFrameShowsOneGeneralPageWithThePlaceholder) {
     EXPECT_TRUE(enabledOf(control.get()));  // OK changed nothing
 }
 
-// Records IPropertyNotifySink::OnChanged calls.
-class NotifySink final : public IPropertyNotifySink {
-public:
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
-        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPropertyNotifySink)) {
-            *out = static_cast<IPropertyNotifySink*>(this);
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }  // lives on the test's stack
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP OnChanged(DISPID id) override {
-        changed.push_back(id);
-        return S_OK;
-    }
-    STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
-    std::vector<DISPID> changed;
-};
-
 TEST_F(Container, StockEnabledNotifiesPropertyNotifySinks) {
     KivComPtr<IDispatch> control = newColourControl();
     KivComPtr<IConnectionPointContainer> cpc;
@@ -665,31 +446,8 @@ TEST_F(Container, StockEnabledNotifiesPropertyNotifySinks) {
 
 // ---- Pixels: the closed and the dropped control, saved as PNG artifacts.
 
-std::vector<std::uint8_t> grab(HWND window, int& w, int& h) {
-    RECT r;
-    GetClientRect(window, &r);
-    w = r.right;
-    h = r.bottom;
-    Canvas canvas(w, h);
-    HDC dc = GetDC(window);
-    BitBlt(canvas.dc, 0, 0, w, h, dc, 0, 0, SRCCOPY);
-    ReleaseDC(window, dc);
-    std::vector<std::uint8_t> rgb;
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            const COLORREF c = canvas.pixel(x, y);
-            rgb.insert(rgb.end(), {GetRValue(c), GetGValue(c), GetBValue(c)});
-        }
-    return rgb;
-}
-
-COLORREF at(const std::vector<std::uint8_t>& rgb, int w, int x, int y) {
-    const std::size_t i = (static_cast<std::size_t>(y) * w + x) * 3;
-    return RGB(rgb[i], rgb[i + 1], rgb[i + 2]);
-}
-
 TEST_F(Container, PixelsOfTheClosedAndDroppedControl) {
-    Hosted h(200, 21);
+    ColourHosted h(200, 21);
     ASSERT_NE(h.combo, nullptr);
     call(h.dispatch.get(), L"SetSelColorIndex", DISPATCH_METHOD, {shortArg(1)}, nullptr);  // "Red"
     SetFocus(h.frame);  // no focus on the combo: its field is drawn plain

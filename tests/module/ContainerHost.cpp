@@ -1,0 +1,311 @@
+#include "ContainerHost.h"
+
+#include <commctrl.h>
+
+#include <cstdio>
+
+namespace {
+using AtlAxWinInitFn = BOOL(WINAPI*)();
+using AtlAxGetControlFn = HRESULT(WINAPI*)(HWND, IUnknown**);
+}  // namespace
+
+HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result) {
+    if (d == nullptr) return E_POINTER;
+    DISPID id = 0;
+    LPOLESTR n = const_cast<LPOLESTR>(name);
+    HRESULT hr = d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(hr)) return hr;
+    std::vector<VARIANT> reversed(args.rbegin(), args.rend());
+    DISPID putId = DISPID_PROPERTYPUT;
+    DISPPARAMS params{reversed.empty() ? nullptr : reversed.data(), (flags & DISPATCH_PROPERTYPUT) ? &putId : nullptr,
+                      static_cast<UINT>(reversed.size()), (flags & DISPATCH_PROPERTYPUT) ? 1u : 0u};
+    KivVariant ignored;
+    return d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result != nullptr ? result : &ignored.v, nullptr, nullptr);
+}
+
+VARIANT shortArg(short v) {
+    VARIANT x;
+    V_VT(&x) = VT_I2;
+    V_I2(&x) = v;
+    return x;
+}
+
+VARIANT longArg(long v) {
+    VARIANT x;
+    V_VT(&x) = VT_I4;
+    V_I4(&x) = v;
+    return x;
+}
+
+VARIANT boolArg(bool v) {
+    VARIANT x;
+    V_VT(&x) = VT_BOOL;
+    V_BOOL(&x) = v ? VARIANT_TRUE : VARIANT_FALSE;
+    return x;
+}
+
+VARIANT doubleArg(double v) {
+    VARIANT x;
+    V_VT(&x) = VT_R8;
+    V_R8(&x) = v;
+    return x;
+}
+
+VARIANT textArg(const wchar_t* text) {
+    VARIANT x;
+    V_VT(&x) = VT_BSTR;
+    V_BSTR(&x) = SysAllocString(text);
+    return x;
+}
+
+long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args) {
+    KivVariant r;
+    if (FAILED(call(d, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args), &r.v))) return -99999;
+    VariantChangeType(&r.v, &r.v, 0, VT_I4);
+    return V_I4(&r.v);
+}
+
+std::string textResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args) {
+    KivVariant r;
+    if (FAILED(call(d, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args), &r.v))) return "<error>";
+    if (V_VT(&r.v) != VT_BSTR) return "<not text>";
+    return narrow(V_BSTR(&r.v) != nullptr ? V_BSTR(&r.v) : L"");
+}
+
+HRESULT put(IDispatch* d, const wchar_t* name, VARIANT value) {
+    const HRESULT hr = call(d, name, DISPATCH_PROPERTYPUT, {value}, nullptr);
+    VariantClear(&value);
+    return hr;
+}
+
+std::wstring placeholderText(HWND window) {
+    std::wstring text;
+    EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
+        const std::wstring t = windowText(child);
+        if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
+        return TRUE;
+    }, reinterpret_cast<LPARAM>(&text));
+    return text;
+}
+
+// ---- Hosted
+
+Hosted::Hosted(const wchar_t* progId, const IID& events, int childId, int width, int height) {
+    atl = LoadLibraryW(L"atl.dll");
+    auto init = KivProcAddress<AtlAxWinInitFn>(atl, "AtlAxWinInit");
+    auto getControl = KivProcAddress<AtlAxGetControlFn>(atl, "AtlAxGetControl");
+    if (init == nullptr || getControl == nullptr) return;
+    static const BOOL initialised = init();  // once per process: a second call fails in Wine's atl
+    if (!initialised) return;
+    frame = CreateWindowExW(0, L"STATIC", L"KivLorqControls test container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                            width + 120, height + 220, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    host = CreateWindowExW(0, L"AtlAxWin", progId, WS_CHILD | WS_VISIBLE, 10, 10, width, height, frame, nullptr,
+                           GetModuleHandleW(nullptr), nullptr);
+    pumpMessages(100);
+    if (host == nullptr || FAILED(getControl(host, control.put()))) return;
+    control->QueryInterface(IID_IDispatch, dispatch.putVoid());
+    controlWindow = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
+    child = controlWindow != nullptr && childId != 0 ? GetDlgItem(controlWindow, childId) : nullptr;
+    if (child != nullptr) {
+        wchar_t cls[64] = {};
+        GetClassNameW(child, cls, 64);
+        m_listBox = _wcsicmp(cls, L"ListBox") == 0;
+    } else if (childId != 0) {  // diagnostics for a failed hosting
+        HWND first = GetWindow(host, GW_CHILD);
+        wchar_t cls[64] = {};
+        if (first != nullptr) GetClassNameW(first, cls, 64);
+        std::printf("hosting: frame %p host %p control %p window %p first child %p class %ls\n", (void*)frame, (void*)host,
+                    (void*)control.get(), (void*)controlWindow, (void*)first, cls);
+    }
+    sink = new EventSink(events);
+    KivComPtr<IConnectionPointContainer> cpc;
+    if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
+        SUCCEEDED(cpc->FindConnectionPoint(events, point.put())))
+        point->Advise(static_cast<IDispatch*>(sink), &cookie);
+}
+
+Hosted::~Hosted() {
+    if (point) point->Unadvise(cookie);
+    if (sink != nullptr) sink->Release();
+    point.reset();
+    dispatch.reset();
+    control.reset();
+    if (frame != nullptr) DestroyWindow(frame);
+    pumpMessages(50);
+}
+
+int Hosted::selection() const {
+    return static_cast<int>(SendMessageW(child, m_listBox ? LB_GETCURSEL : CB_GETCURSEL, 0, 0));
+}
+
+int Hosted::count() const { return static_cast<int>(SendMessageW(child, m_listBox ? LB_GETCOUNT : CB_GETCOUNT, 0, 0)); }
+
+std::string Hosted::text(int i) const {
+    const LRESULT length = SendMessageW(child, m_listBox ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
+    if (length < 0) return "<none>";
+    std::wstring t(static_cast<std::size_t>(length) + 1, L'\0');
+    SendMessageW(child, m_listBox ? LB_GETTEXT : CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&t[0]));
+    return narrow(t.c_str());
+}
+
+LRESULT Hosted::itemData(int i) const {
+    return SendMessageW(child, m_listBox ? LB_GETITEMDATA : CB_GETITEMDATA, static_cast<WPARAM>(i), 0);
+}
+
+void Hosted::key(UINT vk) {
+    SendMessageW(child, WM_KEYDOWN, vk, 0);
+    SendMessageW(child, WM_KEYUP, vk, 0xC0000000);
+    pumpMessages(30);
+}
+
+void Hosted::mousePick(int index) {
+    HWND list = child;
+    if (!m_listBox) {
+        SendMessageW(child, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        SendMessageW(child, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        pumpMessages(30);
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof info;
+        GetComboBoxInfo(child, &info);
+        list = info.hwndList;
+    }
+    RECT item{};
+    SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+    const LPARAM point = MAKELPARAM(item.left + 5, (item.top + item.bottom) / 2);
+    SendMessageW(list, WM_MOUSEMOVE, 0, point);
+    SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    SendMessageW(list, WM_LBUTTONUP, 0, point);
+    pumpMessages(50);
+}
+
+// ---- Canvas
+
+Canvas::Canvas(int w, int h) : width(w), height(h) {
+    HDC screen = GetDC(nullptr);
+    dc = CreateCompatibleDC(screen);
+    BITMAPINFO bi{};
+    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+    bi.bmiHeader.biWidth = w;
+    bi.bmiHeader.biHeight = -h;
+    bi.bmiHeader.biPlanes = 1;
+    bi.bmiHeader.biBitCount = 32;
+    bitmap = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits), nullptr, 0);
+    ReleaseDC(nullptr, screen);
+    old = SelectObject(dc, bitmap);
+}
+
+Canvas::~Canvas() {
+    SelectObject(dc, old);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+}
+
+COLORREF Canvas::pixel(int x, int y) const {
+    const DWORD p = bits[y * width + x];  // 0x00RRGGBB in a 32-bit DIB
+    return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
+}
+
+void Canvas::fill(COLORREF color) {
+    const DWORD p = (static_cast<DWORD>(GetRValue(color)) << 16) | (static_cast<DWORD>(GetGValue(color)) << 8) | GetBValue(color);
+    GdiFlush();
+    for (int i = 0; i < width * height; ++i) bits[i] = p;
+}
+
+void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text) {
+    RECT r{0, 0, canvas.width, canvas.height};
+    HBRUSH white = CreateSolidBrush(RGB(255, 255, 255));
+    FillRect(canvas.dc, &r, white);
+    DeleteObject(white);
+    SetTextAlign(canvas.dc, TA_CENTER | TA_BASELINE);
+    SIZE size{};
+    const int length = static_cast<int>(wcslen(text));
+    GetTextExtentPoint32W(canvas.dc, text, length, &size);
+    TextOutW(canvas.dc, canvas.width / 2, canvas.height / 2 + size.cy / 2, text, length);
+    GdiFlush();
+}
+
+int differingPixels(const Canvas& a, const Canvas& b) {
+    GdiFlush();
+    int n = 0;
+    for (int y = 0; y < a.height && y < b.height; ++y)
+        for (int x = 0; x < a.width && x < b.width; ++x)
+            if (a.pixel(x, y) != b.pixel(x, y)) ++n;
+    return n;
+}
+
+// ---- Persistence
+
+std::vector<BYTE> saveStream(IUnknown* control) {
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    KivComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    if (!persist || FAILED(persist->Save(stream.get(), TRUE))) return {};
+    STATSTG stat{};
+    stream->Stat(&stat, STATFLAG_NONAME);
+    std::vector<BYTE> bytes(static_cast<std::size_t>(stat.cbSize.QuadPart));
+    const LARGE_INTEGER zero{};
+    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
+    ULONG got = 0;
+    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &got);
+    return bytes;
+}
+
+HRESULT loadStream(IUnknown* control, const std::vector<BYTE>& bytes) {
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    if (!persist) return E_NOINTERFACE;
+    KivComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    ULONG written = 0;
+    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written);
+    const LARGE_INTEGER zero{};
+    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
+    return persist->Load(stream.get());
+}
+
+bool enabledOf(IDispatch* d) {
+    KivVariant r;
+    call(d, L"Enabled", DISPATCH_PROPERTYGET, {}, &r.v);
+    return V_VT(&r.v) == VT_BOOL && V_BOOL(&r.v) != VARIANT_FALSE;
+}
+
+KivComPtr<IDispatch> newControl(const CLSID& clsid) {
+    KivComPtr<IDispatch> d;
+    CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, d.putVoid());
+    return d;
+}
+
+// ---- Pixels
+
+std::vector<std::uint8_t> grab(HWND window, int& w, int& h) {
+    RECT r;
+    GetClientRect(window, &r);
+    w = r.right;
+    h = r.bottom;
+    Canvas canvas(w, h);
+    HDC dc = GetDC(window);
+    BitBlt(canvas.dc, 0, 0, w, h, dc, 0, 0, SRCCOPY);
+    ReleaseDC(window, dc);
+    std::vector<std::uint8_t> rgb;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const COLORREF c = canvas.pixel(x, y);
+            rgb.insert(rgb.end(), {GetRValue(c), GetGValue(c), GetBValue(c)});
+        }
+    return rgb;
+}
+
+COLORREF at(const std::vector<std::uint8_t>& rgb, int w, int x, int y) {
+    const std::size_t i = (static_cast<std::size_t>(y) * w + x) * 3;
+    return RGB(rgb[i], rgb[i + 1], rgb[i + 2]);
+}
+
+STDMETHODIMP NotifySink::QueryInterface(REFIID riid, void** out) {
+    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPropertyNotifySink)) {
+        *out = static_cast<IPropertyNotifySink*>(this);
+        return S_OK;
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
+}

@@ -1,0 +1,125 @@
+// Windows test support shared by the container tests of every control: calling members by name,
+// argument helpers, a control hosted in ATL's AtlAxWin with its child list and event sink, a 32-bit
+// memory canvas for IViewObject::Draw and screen grabs, stream persistence helpers and a
+// property-notify sink.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ContainerSupport.h"
+#include "KivCom.h"
+
+// Calls a member by name through IDispatch; `args` in declaration order.
+HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result);
+VARIANT shortArg(short v);
+VARIANT longArg(long v);
+VARIANT boolArg(bool v);
+VARIANT doubleArg(double v);
+// A BSTR argument; the caller frees it with VariantClear (or keeps it in a KivVariant).
+VARIANT textArg(const wchar_t* text);
+// The result of a member as a long (-99999 when the call fails) or as text ("<error>").
+long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args = {});
+std::string textResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args = {});
+// Sets a property by name.
+HRESULT put(IDispatch* d, const wchar_t* name, VARIANT value);
+
+// The text of a property page's static control ("TODO: Place controls ..."), among `window`'s descendants.
+std::wstring placeholderText(HWND window);
+
+// A top-level window hosting a control through AtlAxWin, by ProgID, with its events advised to a
+// sink. `child` is the control's owned child window (`childId`; 0 for a control without one): a
+// combo box or a list box, whose messages the helpers pick.
+class Hosted {
+public:
+    Hosted(const wchar_t* progId, const IID& events, int childId, int width = 200, int height = 21);
+    ~Hosted();
+    Hosted(const Hosted&) = delete;
+    Hosted& operator=(const Hosted&) = delete;
+
+    std::vector<std::string>& events() { return sink->events; }
+    bool isListBox() const { return m_listBox; }
+    int selection() const;
+    int count() const;
+    std::string text(int i) const;
+    LRESULT itemData(int i) const;
+    // A key press on the focused child.
+    void key(UINT vk);
+    // A mouse choice: for a combo box open the list with a click and click item `index` in it; for a
+    // list box click item `index`.
+    void mousePick(int index);
+
+    HMODULE atl = nullptr;
+    HWND frame = nullptr, host = nullptr, controlWindow = nullptr, child = nullptr;
+    KivComPtr<IUnknown> control;
+    KivComPtr<IDispatch> dispatch;
+    KivComPtr<IConnectionPoint> point;
+    EventSink* sink = nullptr;
+    DWORD cookie = 0;
+
+private:
+    bool m_listBox = false;
+};
+
+// A 32-bit top-down DIB selected into a memory DC.
+struct Canvas {
+    Canvas(int w, int h);
+    ~Canvas();
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    COLORREF pixel(int x, int y) const;
+    void fill(COLORREF color);
+    int width, height;
+    HDC dc;
+    HBITMAP bitmap;
+    HGDIOBJ old;
+    DWORD* bits = nullptr;
+};
+
+// The design-mode face drawn directly with GDI on a fresh canvas: white, and `text` centred on the
+// baseline in the DC's own font. A control's IViewObject::Draw in design mode must match it.
+void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text);
+// The number of pixels in which two canvases of one size differ.
+int differingPixels(const Canvas& a, const Canvas& b);
+
+// IPersistStreamInit of `control`: its saved bytes, and loading bytes.
+std::vector<BYTE> saveStream(IUnknown* control);
+HRESULT loadStream(IUnknown* control, const std::vector<BYTE>& bytes);
+// The stock Enabled property of a control.
+bool enabledOf(IDispatch* d);
+// A new control of `clsid` (no site, no window).
+KivComPtr<IDispatch> newControl(const CLSID& clsid);
+
+// The client area of a window on screen, as RGB bytes.
+std::vector<std::uint8_t> grab(HWND window, int& w, int& h);
+COLORREF at(const std::vector<std::uint8_t>& rgb, int w, int x, int y);
+
+// Records IPropertyNotifySink::OnChanged calls.
+class NotifySink final : public IPropertyNotifySink {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }  // lives on the test's stack
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP OnChanged(DISPID id) override {
+        changed.push_back(id);
+        return S_OK;
+    }
+    STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
+    std::vector<DISPID> changed;
+};
+
+// COM for one test, and the module released at the end of it.
+class ComTest : public ::testing::Test {
+protected:
+    void SetUp() override { CoInitialize(nullptr); }
+    void TearDown() override {
+        CoFreeUnusedLibraries();
+        CoUninitialize();
+    }
+};
