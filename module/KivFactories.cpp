@@ -18,7 +18,8 @@ const std::vector<KivFactoryEntry>& KivFactories() {
         // 7, 8: CKivLinetypeCtrl and CKivLinetypeListCtrl arrive with the linetype controls.
         {&CLSID_KivLinetypePropPage, L"KIVLORQCONTROLS.KivLinetypePropPage.1", IDS_KIVLINETYPE_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINETYPE, CLSID_KivLinetypePropPage, r, o); }},
-        // 10: CKivLineweightCtrl arrives with the lineweight control.
+        {&CLSID_KivLineweightCtrl, L"KIVLORQCONTROLS.KivLineweightCtrl.1", IDS_KIVLINEWEIGHT, IDB_KIVLINEWEIGHT, 0x00021191,
+         true, &KivCreateLineweightControl},
         {&CLSID_KivLineweightPropPage, L"KIVLORQCONTROLS.KivLineweightPropPage.1", IDS_KIVLINEWEIGHT_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINEWEIGHT, CLSID_KivLineweightPropPage, r, o); }},
         {&CLSID_KivLTypeListPropPage, L"KIVLORQCONTROLS.KivLTypeListPropPage.1", IDS_KIVLTYPELIST_PPG, 0, 0, false,

@@ -20,4 +20,5 @@ const std::vector<KivFactoryEntry>& KivFactories();
 const KivFactoryEntry* KivFindFactory(const CLSID& clsid);
 
 HRESULT KivCreateColorControl(REFIID riid, void** out);
+HRESULT KivCreateLineweightControl(REFIID riid, void** out);
 HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);

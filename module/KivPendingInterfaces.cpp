@@ -1,6 +1,6 @@
-// Dispinterfaces of the controls whose behaviour has not arrived yet:
-// the type library describes the whole module from the start. No handlers: until a control's own
-// issue moves its table beside its behaviour, nothing can call these members.
+// Dispinterfaces of the controls whose behaviour has not arrived yet: the type library describes the
+// whole module from the start. No handlers: until a control's table moves beside its behaviour,
+// nothing can call these members.
 #include "KivGuids.h"
 #include "KivLibrary.h"
 
@@ -9,11 +9,6 @@ const KivParam kName[] = {{L"name", KivTlbType::Bstr, VT_BSTR}};
 const KivParam kNameDefinition[] = {{L"name", KivTlbType::Bstr, VT_BSTR}, {L"definition", KivTlbType::Bstr, VT_BSTR}};
 const KivParam kIdx[] = {{L"idx", KivTlbType::I4, VT_I4}};
 const KivParam kDisplay[] = {{L"display", KivTlbType::I1, VT_BOOL}};
-const KivParam kValue[] = {{L"value", KivTlbType::Bstr, VT_BSTR}};
-const KivParam kIndexText[] = {{L"index", KivTlbType::Bstr, VT_BSTR}};
-const KivParam kIndexLong[] = {{L"index", KivTlbType::I4, VT_I4}};
-const KivParam kLw[] = {{L"lw", KivTlbType::I4, VT_I4}};
-const KivParam kTxt[] = {{L"txt", KivTlbType::Bstr, VT_BSTR}};
 
 const KivMember kLinetype[] = {
     KIV_PROPERTY(ComboIndex, 1, I4, VT_I4, nullptr, nullptr),
@@ -38,23 +33,6 @@ const KivMember kNameEvents[] = {
     KIV_METHOD(SelChange, 1, Void, VT_EMPTY, kName, nullptr),
     KIV_METHOD(SelAndCloseUp, 2, Void, VT_EMPTY, kName, nullptr),
 };
-const KivMember kLineweight[] = {
-    KIV_STOCK_PROPERTY(Enabled, DISPID_ENABLED, I1, VT_BOOL, KivStockEnabledGet, KivStockEnabledPut),
-    KIV_PROPERTY(TooltipText, 1, Bstr, VT_BSTR, nullptr, nullptr),
-    KIV_PROPERTY(Measurement, 2, I2, VT_I2, nullptr, nullptr),
-    KIV_METHOD(SelectItem, 3, Bstr, VT_BSTR, kIndexText, nullptr),
-    KIV_METHOD0(GetCurrentItemLineWeight, 4, I4, VT_I4, nullptr),
-    KIV_METHOD(GetItemText, 5, Bstr, VT_BSTR, kIndexLong, nullptr),
-    KIV_METHOD(SelectItemByLineWeight, 6, Void, VT_EMPTY, kLw, nullptr),
-    KIV_METHOD(SetByLayerText, 7, Void, VT_EMPTY, kTxt, nullptr),
-    KIV_METHOD(SetByBlockText, 8, Void, VT_EMPTY, kTxt, nullptr),
-    KIV_METHOD(SetDefinitionText, 9, Void, VT_EMPTY, kTxt, nullptr),
-    KIV_METHOD(SetAboutDisplay, 10, Void, VT_EMPTY, kDisplay, nullptr),
-};
-const KivMember kLineweightEvents[] = {
-    KIV_METHOD(SelChange, 1, Void, VT_EMPTY, kValue, nullptr),
-    KIV_METHOD(SelAndCloseUp, 2, Void, VT_EMPTY, kName, nullptr),
-};
 const KivMember kHatch[] = {
     KIV_STOCK_PROPERTY(Enabled, DISPID_ENABLED, I1, VT_BOOL, KivStockEnabledGet, KivStockEnabledPut),
     KIV_STOCK_PROPERTY(ForeColor, DISPID_FORECOLOR, OleColor, VT_I4, nullptr, nullptr),
@@ -77,8 +55,6 @@ KIV_EMPTY_ITF(g_DKivLayer, _DKivLayer, DIID__DKivLayer, L"Dispatch interface for
 KIV_EMPTY_ITF(g_DKivLayerEvents, _DKivLayerEvents, DIID__DKivLayerEvents, L"Event interface for KivLayerControl", true);
 KIV_ITF(g_DKivLinetype, _DKivLinetype, DIID__DKivLinetype, L"Dispatch interface for KivLinetypeControl", false, kLinetype);
 KIV_ITF(g_DKivLinetypeEvents, _DKivLinetypeEvents, DIID__DKivLinetypeEvents, L"Event interface for KivLinetypeControl", true, kNameEvents);
-KIV_ITF(g_DKivLineweight, _DKivLineweight, DIID__DKivLineweight, L"Dispatch interface for KivLineweightControl", false, kLineweight);
-KIV_ITF(g_DKivLineweightEvents, _DKivLineweightEvents, DIID__DKivLineweightEvents, L"Event interface for KivLineweightControl", true, kLineweightEvents);
 KIV_ITF(g_DKivHatch, _DKivHatch, DIID__DKivHatch, L"Dispatch interface for KivHatchControl", false, kHatch);
 KIV_EMPTY_ITF(g_DKivHatchEvents, _DKivHatchEvents, DIID__DKivHatchEvents, L"Event interface for KivHatchControl", true);
 // _DKivLTypeList: the linetype members without SetAboutDisplay.

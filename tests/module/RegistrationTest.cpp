@@ -1,4 +1,4 @@
-// Registration under Wine: DllRegisterServer writes exactly MFC's entries for the colour control and the
+// Registration under Wine: DllRegisterServer writes exactly MFC's entries for every control and the
 // six pages plus the type library; DllUnregisterServer removes all of them and nothing else; the
 // error codes; DllGetClassObject and DllCanUnloadNow. The test ends with the module registered, for
 // the script and container tests that follow it.
@@ -70,7 +70,48 @@ struct Module {
     HRESULT(WINAPI* getClassObject)(REFCLSID, REFIID, void**) = nullptr;
 };
 
-const std::wstring kColor = L"CLSID\\{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}";
+// The controls the module registers, with their registry values.
+struct ControlEntry {
+    const wchar_t* clsid;
+    const wchar_t* progId;
+    const wchar_t* typeName;
+    int bitmap;
+    const wchar_t* miscStatus;  // decimal
+};
+const ControlEntry kControls[] = {
+    {L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}", L"KIVLORQCONTROLS.KivColorCtrl.1", L"KivColorControl", 1, L"135569"},
+    {L"{FB47E4A7-11D0-4FFE-9EC1-EEF7C8047D13}", L"KIVLORQCONTROLS.KivLineweightCtrl.1", L"KivLineweightControl", 4,
+     L"135569"},  // 0x00021191
+};
+
+std::map<std::wstring, std::wstring> controlEntries(const ControlEntry& c, const std::wstring& path) {
+    const std::wstring key = std::wstring(L"CLSID\\") + c.clsid;
+    const std::wstring progId = c.progId;
+    return {
+        {progId + L"\\", L""},
+        {progId + L"\\[]", c.typeName},
+        {progId + L"\\CLSID\\", L""},
+        {progId + L"\\CLSID\\[]", c.clsid},
+        {key + L"\\", L""},
+        {key + L"\\[]", c.typeName},
+        {key + L"\\ProgID\\", L""},
+        {key + L"\\ProgID\\[]", progId},
+        {key + L"\\InprocServer32\\", L""},
+        {key + L"\\InprocServer32\\[]", path},
+        {key + L"\\InprocServer32\\[ThreadingModel]", L"Apartment"},
+        {key + L"\\ToolboxBitmap32\\", L""},
+        {key + L"\\ToolboxBitmap32\\[]", path + L", " + std::to_wstring(c.bitmap)},
+        {key + L"\\MiscStatus\\", L""},
+        {key + L"\\MiscStatus\\[]", L"0"},
+        {key + L"\\MiscStatus\\1\\", L""},
+        {key + L"\\MiscStatus\\1\\[]", c.miscStatus},
+        {key + L"\\Control\\", L""},
+        {key + L"\\TypeLib\\", L""},
+        {key + L"\\TypeLib\\[]", L"{64000C4D-B3B0-460E-85BC-05C90B5ADC21}"},
+        {key + L"\\Version\\", L""},
+        {key + L"\\Version\\[]", L"1.0"},
+    };
+}
 
 }  // namespace
 
@@ -89,36 +130,15 @@ TEST(Registration, ExactEntriesAndNothingLeftBehind) {
     for (const auto& [k, v] : before) EXPECT_EQ(after.count(k), 1u) << narrow(k) << " disappeared";
 
     const std::wstring path = kivModulePath();
-    // The colour control, as AfxOleRegisterControlClass writes it.
-    const std::map<std::wstring, std::wstring> control = {
-        {L"KIVLORQCONTROLS.KivColorCtrl.1\\", L""},
-        {L"KIVLORQCONTROLS.KivColorCtrl.1\\[]", L"KivColorControl"},
-        {L"KIVLORQCONTROLS.KivColorCtrl.1\\CLSID\\", L""},
-        {L"KIVLORQCONTROLS.KivColorCtrl.1\\CLSID\\[]", L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}"},
-        {kColor + L"\\", L""},
-        {kColor + L"\\[]", L"KivColorControl"},
-        {kColor + L"\\ProgID\\", L""},
-        {kColor + L"\\ProgID\\[]", L"KIVLORQCONTROLS.KivColorCtrl.1"},
-        {kColor + L"\\InprocServer32\\", L""},
-        {kColor + L"\\InprocServer32\\[]", path},
-        {kColor + L"\\InprocServer32\\[ThreadingModel]", L"Apartment"},
-        {kColor + L"\\ToolboxBitmap32\\", L""},
-        {kColor + L"\\ToolboxBitmap32\\[]", path + L", 1"},
-        {kColor + L"\\MiscStatus\\", L""},
-        {kColor + L"\\MiscStatus\\[]", L"0"},
-        {kColor + L"\\MiscStatus\\1\\", L""},
-        {kColor + L"\\MiscStatus\\1\\[]", L"135569"},  // 0x00021191
-        {kColor + L"\\Control\\", L""},
-        {kColor + L"\\TypeLib\\", L""},
-        {kColor + L"\\TypeLib\\[]", L"{64000C4D-B3B0-460E-85BC-05C90B5ADC21}"},
-        {kColor + L"\\Version\\", L""},
-        {kColor + L"\\Version\\[]", L"1.0"},
-    };
-    for (const auto& [k, v] : control) {
-        const auto it = added.find(k);
-        ASSERT_NE(it, added.end()) << narrow(k) << " missing";
-        EXPECT_EQ(narrow(it->second), narrow(v)) << narrow(k);
-        added.erase(it);
+    // Each control, as AfxOleRegisterControlClass writes it.
+    for (const ControlEntry& c : kControls) {
+        SCOPED_TRACE(narrow(c.progId));
+        for (const auto& [k, v] : controlEntries(c, path)) {
+            const auto it = added.find(k);
+            ASSERT_NE(it, added.end()) << narrow(k) << " missing";
+            EXPECT_EQ(narrow(it->second), narrow(v)) << narrow(k);
+            added.erase(it);
+        }
     }
     // The six pages, as AfxOleRegisterPropertyPageClass writes them: no ProgID.
     const std::pair<const wchar_t*, const wchar_t*> pages[] = {
@@ -201,7 +221,7 @@ TEST(Registration, ClassObjectsAndUnloading) {
     KivComPtr<IUnknown> aggregated;
     EXPECT_EQ(factory->CreateInstance(reinterpret_cast<IUnknown*>(factory.get()), IID_IUnknown, aggregated.putVoid()),
               CLASS_E_NOAGGREGATION);
-    // The five controls still to come have no factory yet: nothing that creates nothing.
+    // A control whose behaviour has not arrived has no factory: nothing that creates nothing.
     const CLSID hatch = {0xD15E93F0, 0xB2C2, 0x4728, {0x84, 0x84, 0x4E, 0x56, 0x12, 0x29, 0x77, 0x6F}};
     EXPECT_EQ(m.getClassObject(hatch, IID_IClassFactory, aggregated.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
 }
