@@ -1,8 +1,9 @@
 // KivFileAccess. Portable.
 #include "KivFileAccess.h"
 
+#include <memory>
+#include <new>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -36,38 +37,31 @@ const unsigned char kUtf16BeMark[] = {0xFE, 0xFF};
 
 KivFileAccess::KivFileAccess(const KivString& path, const KivString& mode, encodeType type) : m_type(type) {
     if (!isReadMode(mode) || path.isEmpty()) return;
-#if defined(_WIN32)
-    m_file = _wfopen(path.getStringW(), L"rb");  // binary: line ends reach the readers unchanged
-#else
-    m_file = std::fopen(path.toUtf8().c_str(), "rb");
-#endif
+    // Binary: line ends reach the readers unchanged. The size is taken once, as the file opens.
+    m_file = kivfile_platform::openRegularFile(path, m_size);
 }
 
 KivFileAccess::~KivFileAccess() { close(); }
 
-long KivFileAccess::getFileLength() {
-    if (m_file == nullptr) return 0;
-    if (std::fseek(m_file, 0, SEEK_END) != 0) return 0;
-    const long length = std::ftell(m_file);
-    std::fseek(m_file, 0, SEEK_SET);
-    return length < 0 ? 0 : length;
-}
+long KivFileAccess::getFileLength() { return m_file != nullptr ? m_size : 0; }
 
 std::size_t KivFileAccess::readFile(KivString& out, std::size_t count) const {
     out = KivString();
-    if (m_file == nullptr || count == 0) return 0;
-    if (std::fseek(m_file, 0, SEEK_SET) != 0) return 0;
-    std::vector<unsigned char> bytes;
+    if (m_file == nullptr || count == 0 || m_size <= 0) return 0;
+    // From the start, every time (a fresh file is there already).
+    if (!m_atStart && std::fseek(m_file, 0, SEEK_SET) != 0) return 0;
+    m_atStart = false;
+    // The file's size bounds the buffer, whatever count the caller asks for.
+    const std::size_t want = count < static_cast<std::size_t>(m_size) ? count : static_cast<std::size_t>(m_size);
+    std::unique_ptr<unsigned char[]> bytes(new (std::nothrow) unsigned char[want]);
+    if (!bytes) return 0;  // no memory for the file: nothing read
     std::size_t total = 0;
-    unsigned char chunk[65536];
-    while (total < count) {
-        const std::size_t want = count - total < sizeof chunk ? count - total : sizeof chunk;
-        const std::size_t got = std::fread(chunk, 1, want, m_file);
+    while (total < want) {
+        const std::size_t got = std::fread(bytes.get() + total, 1, want - total, m_file);
         if (got == 0) break;
-        bytes.insert(bytes.end(), chunk, chunk + got);
         total += got;
     }
-    out = decode(bytes.data(), bytes.size(), m_type);
+    out = decode(bytes.get(), total, m_type);
     return total;
 }
 
@@ -92,8 +86,7 @@ KivString KivFileAccess::decode(const unsigned char* bytes, std::size_t size, en
         if (startsWith(bytes, size, kUtf8Mark, 3)) return decode(bytes, size, eUtf8);
         if (startsWith(bytes, size, kUtf16LeMark, 2)) return decodeUtf16(bytes + 2, size - 2, false);
         if (startsWith(bytes, size, kUtf16BeMark, 2)) return decodeUtf16(bytes + 2, size - 2, true);
-        std::u16string units(size, u'\0');
-        for (std::size_t i = 0; i < size; ++i) units[i] = static_cast<char16_t>(bytes[i]);
-        return KivString(std::move(units));
+        // Each byte is the unit of the same value, converted in one pass.
+        return KivString(std::u16string(bytes, bytes + size));
     }
 }

@@ -1,5 +1,9 @@
-// KivFileAccess: whole-file, read-only text reading. Portable: uses the C library
-// (_wfopen on Windows, fopen with a UTF-8 path elsewhere); never writes.
+// KivFileAccess: whole-file, read-only text reading. Portable: uses the C library; the file is
+// opened by KivFileAccess_win.cpp or KivFileAccess_posix.cpp. It never writes.
+//
+// Only a regular file opens: a folder, a device (CON, NUL, a pipe) or anything else that is not a
+// file on disk leaves the object unopened, so a host's odd file name can never block a read. On
+// POSIX a backslash in the path is a folder separator (the module's paths are Windows paths).
 //
 // Decoding (encodeType):
 //  - eAnsi (1), the only value the module passes: a byte-order mark at the start of the file
@@ -27,7 +31,7 @@ public:
     virtual ~KivFileAccess();
 
     int isOpen() const { return m_file != nullptr ? 1 : 0; }
-    // The file's length in bytes; 0 when not open.
+    // The file's length in bytes, as it was when the file opened; 0 when not open.
     long getFileLength();
     // Reads up to `count` bytes from the start, decodes them into `out`; returns the bytes read.
     std::size_t readFile(KivString& out, std::size_t count) const;
@@ -38,5 +42,13 @@ public:
 
 private:
     std::FILE* m_file = nullptr;
+    long m_size = 0;               // taken when the file opened
+    mutable bool m_atStart = true;  // no read has moved the file position yet
     encodeType m_type;
 };
+
+namespace kivfile_platform {
+// Opens `path` for binary reading, unbuffered (the readers read the file whole), when it names a
+// regular file, and gives its size in bytes (0 when it does not fit a long); nullptr otherwise.
+std::FILE* openRegularFile(const KivString& path, long& size);
+}  // namespace kivfile_platform

@@ -73,8 +73,28 @@ KivString& KivString::operator=(const wchar_t* text) {
 int KivString::find(const KivString& what, int start) const {
     if (start < 0) start = 0;
     if (start > length()) return -1;
-    const std::size_t at = m_units.find(what.m_units, static_cast<std::size_t>(start));
-    return at == std::u16string::npos ? -1 : static_cast<int>(at);
+    const std::size_t from = static_cast<std::size_t>(start);
+    const std::size_t n = what.m_units.size();
+    const std::size_t size = m_units.size();
+    // Whole files are searched for a header key: there a Horspool scan (skips keyed on the low byte
+    // of each unit, so a shared low byte only shortens a skip) beats a unit-by-unit search. Short
+    // texts and keys take the plain search.
+    if (n < 3 || size - from < 256) {
+        const std::size_t at = m_units.find(what.m_units, from);
+        return at == std::u16string::npos ? -1 : static_cast<int>(at);
+    }
+    if (n > size - from) return -1;
+    std::size_t skip[256];
+    for (std::size_t& s : skip) s = n;
+    for (std::size_t i = 0; i + 1 < n; ++i) skip[what.m_units[i] & 0xFF] = n - 1 - i;
+    const char16_t* text = m_units.data();
+    const char16_t* key = what.m_units.data();
+    const char16_t last = key[n - 1];
+    for (std::size_t pos = from; pos + n <= size; pos += skip[text[pos + n - 1] & 0xFF]) {
+        if (text[pos + n - 1] == last && std::char_traits<char16_t>::compare(text + pos, key, n - 1) == 0)
+            return static_cast<int>(pos);
+    }
+    return -1;
 }
 
 KivString KivString::copy(const KivString& src, int from) {

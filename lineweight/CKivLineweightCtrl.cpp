@@ -1,6 +1,8 @@
 // CKivLineweightCtrl: the lineweight control's behaviour step by step. Portable.
 #include "CKivLineweightCtrl.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 
 CKivLineweightCtrl::CKivLineweightCtrl(IKivControlSite& site) : m_site(site) {}
@@ -106,7 +108,8 @@ long CKivLineweightCtrl::GetCurrentItemLineWeight() const {
 
 KivString CKivLineweightCtrl::GetItemText(long index) const {
     KivString text;
-    if (index > -1) list().getText(static_cast<int>(index), text);  // past the last item: empty
+    // Past the last item the text is empty (an index beyond int is past every item).
+    if (index > -1) list().getText(static_cast<int>(std::min<long long>(index, INT_MAX)), text);
     return text;
 }
 

@@ -15,7 +15,10 @@ const std::vector<KivFactoryEntry>& KivFactories() {
         // 5: CKivLayerCtrl arrives with the layer control.
         {&CLSID_KivLayerPropPage, L"KIVLORQCONTROLS.KivLayerPropPage.1", IDS_KIVLAYER_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLAYER, CLSID_KivLayerPropPage, r, o); }},
-        // 7, 8: CKivLinetypeCtrl and CKivLinetypeListCtrl arrive with the linetype controls.
+        {&CLSID_KivLinetypeCtrl, L"KIVLORQCONTROLS.KivLinetypeCtrl.1", IDS_KIVLINETYPE, IDB_KIVLINETYPE, 0x00020191, true,
+         &KivCreateLinetypeControl},
+        {&CLSID_KivLinetypeListCtrl, L"KIVLORQCONTROLS.KivLinetypeListCtrl.1", IDS_KIVLINETYPELIST, IDB_KIVLINETYPELIST,
+         0x00020191, true, &KivCreateLinetypeListControl},
         {&CLSID_KivLinetypePropPage, L"KIVLORQCONTROLS.KivLinetypePropPage.1", IDS_KIVLINETYPE_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLINETYPE, CLSID_KivLinetypePropPage, r, o); }},
         {&CLSID_KivLineweightCtrl, L"KIVLORQCONTROLS.KivLineweightCtrl.1", IDS_KIVLINEWEIGHT, IDB_KIVLINEWEIGHT, 0x00021191,

@@ -21,4 +21,6 @@ const KivFactoryEntry* KivFindFactory(const CLSID& clsid);
 
 HRESULT KivCreateColorControl(REFIID riid, void** out);
 HRESULT KivCreateLineweightControl(REFIID riid, void** out);
+HRESULT KivCreateLinetypeControl(REFIID riid, void** out);
+HRESULT KivCreateLinetypeListControl(REFIID riid, void** out);
 HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);

@@ -12,6 +12,8 @@ packages=(
   wine64 wine xvfb x11-utils
   # pictures of the controls
   libpng-dev
+  # benchmarks (bench/)
+  libbenchmark-dev
   # a German locale, to prove number parsing does not depend on the process locale
   locales-all
 )

@@ -131,3 +131,34 @@ TEST(KivFileAccess, ReadsARealPatternFileInPlace) {
     EXPECT_EQ(content.length(), 31);
     EXPECT_EQ(content.find(KivString(u"*ANSI31"), 0), 0);
 }
+
+TEST(KivFileAccess, AFolderIsNotAFileToRead) {
+    TempFile tmp(std::string("x"));
+    KivFileAccess folder(tmp.folder(), KivString(u"r"), KivFileAccess::eAnsi);
+    EXPECT_EQ(folder.isOpen(), 0);
+    EXPECT_EQ(folder.getFileLength(), 0);
+    KivFileAccess folderWithSeparator(tmp.folder() + KivString(u"\\"), KivString(u"r"), KivFileAccess::eAnsi);
+    EXPECT_EQ(folderWithSeparator.isOpen(), 0);
+}
+
+TEST(KivFileAccess, ABackslashSeparatesFoldersOnEveryPlatform) {
+    TempFile tmp(std::string("content"), "sep.lin");
+    KivFileAccess file(tmp.folder() + KivString(u"\\sep.lin"), KivString(u"r"), KivFileAccess::eAnsi);
+    ASSERT_NE(file.isOpen(), 0);
+    EXPECT_EQ(file.getFileLength(), 7);
+}
+
+TEST(KivFileAccess, DevicesAreNotFilesToRead) {
+#if defined(_WIN32)
+    // A device name would block a read (CON waits for the keyboard): it is refused.
+    for (const char16_t* device : {u"NUL", u"CON", u"C:\\Folder\\CON", u"\\\\.\\NUL"}) {
+        KivFileAccess file(KivString(device), KivString(u"r"), KivFileAccess::eAnsi);
+        EXPECT_EQ(file.isOpen(), 0) << KivString(device).toUtf8();
+    }
+#else
+    for (const char16_t* device : {u"/dev/null", u"/dev/zero", u"/proc/self"}) {
+        KivFileAccess file(KivString(device), KivString(u"r"), KivFileAccess::eAnsi);
+        EXPECT_EQ(file.isOpen(), 0) << KivString(device).toUtf8();
+    }
+#endif
+}

@@ -122,6 +122,7 @@ Hosted::Hosted(const wchar_t* progId, const IID& events, int childId, int width,
     if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
         SUCCEEDED(cpc->FindConnectionPoint(events, point.put())))
         point->Advise(static_cast<IDispatch*>(sink), &cookie);
+    EXPECT_NE(cookie, 0u) << "the control's events could not be connected";
 }
 
 Hosted::~Hosted() {

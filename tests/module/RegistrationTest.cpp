@@ -82,6 +82,10 @@ const ControlEntry kControls[] = {
     {L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}", L"KIVLORQCONTROLS.KivColorCtrl.1", L"KivColorControl", 1, L"135569"},
     {L"{FB47E4A7-11D0-4FFE-9EC1-EEF7C8047D13}", L"KIVLORQCONTROLS.KivLineweightCtrl.1", L"KivLineweightControl", 4,
      L"135569"},  // 0x00021191
+    {L"{2EEDA6B2-2037-4824-8629-9EAA7758E9BF}", L"KIVLORQCONTROLS.KivLinetypeCtrl.1", L"KivLinetypeControl", 3,
+     L"131473"},  // 0x00020191
+    {L"{DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}", L"KIVLORQCONTROLS.KivLinetypeListCtrl.1", L"KivLinetypeListControl", 6,
+     L"131473"},
 };
 
 std::map<std::wstring, std::wstring> controlEntries(const ControlEntry& c, const std::wstring& path) {

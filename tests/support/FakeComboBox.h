@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "KivPrinters.h"
 #include "IKivChildList.h"
 
 class FakeComboBox : public IKivChildList {

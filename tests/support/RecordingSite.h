@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "KivPrinters.h"
 #include "IKivColorDialog.h"
 #include "IKivControlSite.h"
 

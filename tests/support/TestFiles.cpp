@@ -2,6 +2,7 @@
 
 #include "KivFileAccess.h"
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -21,6 +22,19 @@ KivString sharedDataPath(const std::string& relative) {
 #else
     return fromPath(p.lexically_normal());
 #endif
+}
+
+std::string sharedDataNativePath(const std::string& relative) {
+    return (fs::path(KIV_SHARED_DIR) / "data" / relative).lexically_normal().u8string();
+}
+
+std::vector<std::string> sharedDataFiles(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code ec;
+    for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(KIV_SHARED_DIR) / "data" / folder, ec))
+        if (entry.is_regular_file()) names.push_back(entry.path().filename().u8string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 TempFile::TempFile(const std::string& bytes, const std::string& name) {

@@ -2,12 +2,18 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "KivPrinters.h"
 #include "KivString.h"
 
 // Path of ../shared/data/<relative> (the real-world linetype and pattern files, read in place) as
 // the platform's file functions take it.
 KivString sharedDataPath(const std::string& relative);
+// The same path for the C++ library (UTF-8, this platform's separators).
+std::string sharedDataNativePath(const std::string& relative);
+// The names of the files in ../shared/data/<folder>, sorted.
+std::vector<std::string> sharedDataFiles(const std::string& folder);
 
 // A file in a private temporary folder, removed with the object.
 class TempFile {

@@ -1,0 +1,87 @@
+// LoadLinetype re-reads the whole file on every call, by design. This benchmark measures, on the
+// largest real .lin file, one LoadLinetype (a fresh control each time, so that the linetype is
+// really loaded: file opened, read whole, decoded, searched, the row inserted) against one plain
+// read of the same file into memory, in one run, and prints the ratio (the aim is at most 3).
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+#include "BenchSupport.h"
+#include "CKivLinetypeCtrl.h"
+#include "IKivControlSite.h"
+
+namespace {
+
+std::string g_file;
+
+class NullSite : public IKivControlSite {
+public:
+    void fireEvent(int, const std::vector<KivEventArg>&) override {}
+    void setModifiedFlag(bool) override {}
+    void setFocus() override {}
+};
+
+// The last header of the file, so that the search runs through the whole content.
+KivString lastHeaderName(const std::string& path) {
+    std::FILE* f = std::fopen(path.c_str(), "rb");
+    std::string bytes;
+    char buffer[4096];
+    std::size_t n = 0;
+    while (f != nullptr && (n = std::fread(buffer, 1, sizeof buffer, f)) > 0) bytes.append(buffer, n);
+    if (f != nullptr) std::fclose(f);
+    const std::size_t star = bytes.rfind("\n*");
+    const std::size_t comma = bytes.find(',', star);
+    return KivString(bytes.substr(star + 2, comma - star - 2).c_str());
+}
+
+void PlainRead(benchmark::State& state) {
+    for (auto _ : state) {
+        std::FILE* f = std::fopen(g_file.c_str(), "rb");
+        std::fseek(f, 0, SEEK_END);
+        const long length = std::ftell(f);
+        std::fseek(f, 0, SEEK_SET);
+        std::vector<char> bytes(static_cast<std::size_t>(length));
+        const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), f);
+        std::fclose(f);
+        benchmark::DoNotOptimize(got);
+        benchmark::DoNotOptimize(bytes.data());
+    }
+    state.SetBytesProcessed(static_cast<long long>(state.iterations()) * static_cast<long long>(std::filesystem::file_size(g_file)));
+}
+
+void LoadLinetype(benchmark::State& state) {
+    const std::filesystem::path path(g_file);
+    const KivString folder(path.parent_path().u8string().c_str());
+    const KivString file(path.filename().u8string().c_str());
+    const KivString name = lastHeaderName(g_file);
+    NullSite site;
+    for (auto _ : state) {
+        CKivLinetypeCtrl control(site);
+        control.SetSupportPath(folder);
+        control.SetLinetypeFile(file);
+        control.LoadLinetype(name);
+        if (control.items.getLogicalLength() != 4) state.SkipWithError("the linetype did not load");
+        benchmark::DoNotOptimize(control.items[3].definition.length());
+    }
+    state.SetBytesProcessed(static_cast<long long>(state.iterations()) * static_cast<long long>(std::filesystem::file_size(g_file)));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    g_file = kivLargestSharedFile("lin");
+    if (g_file.empty()) {
+        std::fprintf(stderr, "no .lin file found\n");
+        return 1;
+    }
+    std::printf("file: %s (%ju bytes)\n", g_file.c_str(), static_cast<std::uintmax_t>(std::filesystem::file_size(g_file)));
+    benchmark::RegisterBenchmark("PlainRead", PlainRead);
+    benchmark::RegisterBenchmark("LoadLinetype", LoadLinetype);
+    benchmark::Initialize(&argc, argv);
+    KivRatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    const double read = reporter.time("PlainRead"), load = reporter.time("LoadLinetype");
+    if (read > 0 && load > 0)
+        std::printf("LoadLinetype / plain read: %.2f (aim: at most 3)\n", load / read);
+    return 0;
+}
