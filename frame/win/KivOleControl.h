@@ -1,13 +1,18 @@
 // KivOleControl: the frame's ActiveX control object, our COleControl. Win32 side.
 // It implements the COM interfaces containers need, windowed in-place activation with one control
 // window, events through connection points, persistence compatible with MFC's layout, and the stock
-// Enabled property; a control family derives from it and supplies its identity and hooks.
+// properties; a control family derives from it and supplies its identity and hooks.
 //
-// Interfaces: IDispatch (also for the control's dispinterface IID), IOleObject, IOleInPlaceObject,
-// IOleInPlaceActiveObject, IOleControl, IProvideClassInfo(2), IConnectionPointContainer (events and
-// IPropertyNotifySink), IPersistStreamInit, IPersistStorage ("Contents"), IPersistMemory,
-// IPersistPropertyBag, ISpecifyPropertyPages, IViewObject/IViewObject2/IViewObjectEx.
-// IQuickActivate is left out (containers fall back to the interfaces above).
+// One class, one file per group of interfaces a container sees:
+//   KivOleControl.cpp   the object: identity, QueryInterface table, the control window
+//   KivOleObject.cpp    IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl
+//   KivOlePersist.cpp   IPersistStreamInit, IPersistStorage ("Contents"), IPersistMemory,
+//                       IPersistPropertyBag
+//   KivOleView.cpp      IViewObject, IViewObject2, IViewObjectEx and the one paint path
+//   KivOleEvents.cpp    IConnectionPointContainer (events, IPropertyNotifySink), IProvideClassInfo2
+//   KivOleDispatch.cpp  IDispatch, stock and ambient properties, ISpecifyPropertyPages
+// The seams over Win32 objects are in KivWin32Seams.h. IQuickActivate is left out (containers fall
+// back to the interfaces above).
 #pragma once
 
 #include <ocidl.h>
@@ -21,6 +26,7 @@
 #include "IKivDC.h"
 #include "KivCom.h"
 #include "KivDispatch.h"
+#include "KivWin32Seams.h"
 
 // What a control gives the frame.
 struct KivControlClass {
@@ -249,95 +255,12 @@ private:
     int m_freezeEvents = 0;
 };
 
-// Window-side seams over real Win32 objects, shared by the control families.
-// IKivChildList over a combo box (CB_*) or list box (LB_*) window.
-class KivWin32ChildList final : public IKivChildList {
-public:
-    enum class Kind { ComboBox, ListBox };
-    KivWin32ChildList(HWND window, Kind kind) : m_hwnd(window), m_kind(kind) {}
-    HWND hwnd() const { return m_hwnd; }
-
-    KivLResult addString(const KivString& text) override;
-    KivLResult insertString(int index, const KivString& text) override;
-    KivLResult deleteString(int index) override;
-    void resetContent() override;
-    KivLResult setItemData(int index, KivItemData data) override;
-    KivLResult getItemData(int index) override;
-    KivLResult getText(int index, KivString& text) override;
-    KivLResult getCount() override;
-    KivLResult getCurSel() override;
-    KivLResult setCurSel(int index) override;
-    bool getDroppedState() override;
-    KivLResult setItemHeight(int index, int height) override;
-    KivLResult getItemHeight(int index) override;
-    void setDefaultGuiFont() override;
-    void redraw(unsigned flags) override;
-    void invalidate(bool erase) override;
-    void update() override;
-    void move(int x, int y, int width, int height, bool repaint) override;
-    void enable(bool enabled) override;
-    void setFocus() override;
-
-private:
-    LRESULT send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const;
-    HWND m_hwnd;
-    Kind m_kind;
-};
-
-// IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
-// deselected; GetSysColor is the system's.
-class KivGdiDC final : public IKivDC {
-public:
-    explicit KivGdiDC(HDC dc) : m_dc(dc) {}
-    ~KivGdiDC();
-    KivGdiDC(const KivGdiDC&) = delete;
-    KivGdiDC& operator=(const KivGdiDC&) = delete;
-
-    KivColor getSysColor(int index) override;
-    KivColor setTextColor(KivColor color) override;
-    KivColor setBkColor(KivColor color) override;
-    KivColor getBkColor() override;
-    int setBkMode(int mode) override;
-    unsigned setTextAlign(unsigned align) override;
-    void fillRect(const KivRect& rect, const KivBrush& brush) override;
-    void frameRect(const KivRect& rect, const KivBrush& brush) override;
-    void drawFocusRect(const KivRect& rect) override;
-    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
-    bool textOut(int x, int y, const KivString& text) override;
-    KivSize getTextExtent(const KivString& text) override;
-    void selectPen(const KivPen& pen) override;
-    void restorePen() override;
-    void selectBrush(const KivBrush& brush) override;
-    void restoreBrush() override;
-    void selectStockFont(KivStockObject font) override;
-    void restoreFont() override;
-    void moveTo(int x, int y) override;
-    void lineTo(int x, int y) override;
-    void ellipse(const KivRect& rect) override;
-    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
-
-private:
-    struct Selection {
-        HGDIOBJ previous;
-        HGDIOBJ created;  // deleted after deselection; null for stock objects
-    };
-    void restore(std::vector<Selection>& stack);      // every selection, last first
-    void restoreLast(std::vector<Selection>& stack);  // the last one
-    HDC m_dc;
-    std::vector<Selection> m_pens, m_brushes, m_fonts;
-};
-
 // The stock Enabled property (DISPID_ENABLED) of every control, served by the frame.
 HRESULT KivStockEnabledGet(void* self, VARIANT* args, VARIANT* result);
 HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT* result);
 
 // Called when the module is freed: its window procedure goes with it.
 void KivUnregisterControlWindowClass();
-
-RECT KivToRECT(const KivRect& r);
-KivRect KivFromRECT(const RECT& r);
-// The fields of an owner-draw request the drawing code reads.
-KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item);
 
 // Creates a control of class `Control` and hands out the interface asked for (the creation
 // reference is released: a failed QueryInterface deletes the object again).

@@ -2,7 +2,8 @@
 // HDC. Win32 side. The portable constants of frame/KivTypes.h are checked against <windows.h> here.
 #include <string>
 
-#include "KivOleControl.h"
+#include "KivCom.h"
+#include "KivWin32Seams.h"
 
 static_assert(kiv::kCbErr == CB_ERR && kiv::kCbErrSpace == CB_ERRSPACE, "list results");
 static_assert(kiv::kCbErr == LB_ERR && kiv::kCbErrSpace == LB_ERRSPACE, "list results");
@@ -24,6 +25,20 @@ static_assert(kiv::kRdwInvalidate == RDW_INVALIDATE && kiv::kRdwErase == RDW_ERA
               "redraw flags");
 static_assert(kiv::kSrcCopy == SRCCOPY && kiv::kPsSolid == PS_SOLID, "raster operation and pen style");
 static_assert(sizeof(KivItemData) == sizeof(LPARAM) && sizeof(KivLResult) == sizeof(LRESULT), "pointer-sized results");
+
+// ---------------------------------------------------------------- conversions
+
+RECT KivToRECT(const KivRect& r) { return RECT{r.left, r.top, r.right, r.bottom}; }
+KivRect KivFromRECT(const RECT& r) { return KivRect{r.left, r.top, r.right, r.bottom}; }
+
+KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item) {
+    KivDrawItem draw;
+    draw.itemID = static_cast<int>(item.itemID);  // (UINT)-1 for the empty selection field
+    draw.itemState = item.itemState;
+    draw.rcItem = KivFromRECT(item.rcItem);
+    draw.itemData = static_cast<KivItemData>(item.itemData);
+    return draw;
+}
 
 // ---------------------------------------------------------------- IKivChildList
 

@@ -1,0 +1,94 @@
+// The seams of the portable behaviour over real Win32 objects, shared by the control families:
+// IKivChildList over a combo or list box window, IKivDC over an HDC, and the conversions between
+// the portable and the Win32 rectangles and owner-draw records. Win32 side.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "IKivChildList.h"
+#include "IKivDC.h"
+
+// IKivChildList over a combo box (CB_*) or list box (LB_*) window.
+class KivWin32ChildList final : public IKivChildList {
+public:
+    enum class Kind { ComboBox, ListBox };
+    KivWin32ChildList(HWND window, Kind kind) : m_hwnd(window), m_kind(kind) {}
+    HWND hwnd() const { return m_hwnd; }
+
+    KivLResult addString(const KivString& text) override;
+    KivLResult insertString(int index, const KivString& text) override;
+    KivLResult deleteString(int index) override;
+    void resetContent() override;
+    KivLResult setItemData(int index, KivItemData data) override;
+    KivLResult getItemData(int index) override;
+    KivLResult getText(int index, KivString& text) override;
+    KivLResult getCount() override;
+    KivLResult getCurSel() override;
+    KivLResult setCurSel(int index) override;
+    bool getDroppedState() override;
+    KivLResult setItemHeight(int index, int height) override;
+    KivLResult getItemHeight(int index) override;
+    void setDefaultGuiFont() override;
+    void redraw(unsigned flags) override;
+    void invalidate(bool erase) override;
+    void update() override;
+    void move(int x, int y, int width, int height, bool repaint) override;
+    void enable(bool enabled) override;
+    void setFocus() override;
+
+private:
+    LRESULT send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const;
+    HWND m_hwnd;
+    Kind m_kind;
+};
+
+// IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
+// deselected; GetSysColor is the system's.
+class KivGdiDC final : public IKivDC {
+public:
+    explicit KivGdiDC(HDC dc) : m_dc(dc) {}
+    ~KivGdiDC();
+    KivGdiDC(const KivGdiDC&) = delete;
+    KivGdiDC& operator=(const KivGdiDC&) = delete;
+
+    KivColor getSysColor(int index) override;
+    KivColor setTextColor(KivColor color) override;
+    KivColor setBkColor(KivColor color) override;
+    KivColor getBkColor() override;
+    int setBkMode(int mode) override;
+    unsigned setTextAlign(unsigned align) override;
+    void fillRect(const KivRect& rect, const KivBrush& brush) override;
+    void frameRect(const KivRect& rect, const KivBrush& brush) override;
+    void drawFocusRect(const KivRect& rect) override;
+    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
+    bool textOut(int x, int y, const KivString& text) override;
+    KivSize getTextExtent(const KivString& text) override;
+    void selectPen(const KivPen& pen) override;
+    void restorePen() override;
+    void selectBrush(const KivBrush& brush) override;
+    void restoreBrush() override;
+    void selectStockFont(KivStockObject font) override;
+    void restoreFont() override;
+    void moveTo(int x, int y) override;
+    void lineTo(int x, int y) override;
+    void ellipse(const KivRect& rect) override;
+    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
+
+private:
+    struct Selection {
+        HGDIOBJ previous;
+        HGDIOBJ created;  // deleted after deselection; null for stock objects
+    };
+    void restore(std::vector<Selection>& stack);      // every selection, last first
+    void restoreLast(std::vector<Selection>& stack);  // the last one
+    HDC m_dc;
+    std::vector<Selection> m_pens, m_brushes, m_fonts;
+};
+
+RECT KivToRECT(const KivRect& r);
+KivRect KivFromRECT(const RECT& r);
+// The fields of an owner-draw request the drawing code reads.
+KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item);
+
