@@ -19,6 +19,7 @@ public:
     void fireEvent(int, const std::vector<KivEventArg>&) override {}
     void setModifiedFlag(bool) override {}
     void setFocus() override {}
+    void redraw() override {}
 };
 
 // The last header of the file, so that the search runs through the whole content.

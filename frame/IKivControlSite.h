@@ -22,4 +22,7 @@ public:
     virtual void fireEvent(int dispid, const std::vector<KivEventArg>& args) = 0;  // COleControl::FireEvent
     virtual void setModifiedFlag(bool modified) = 0;                                // SetModifiedFlag
     virtual void setFocus() = 0;                                                    // COleControl::SetFocus
+    // The control's own window repainted at once (RedrawWindow with RDW_INVALIDATE | RDW_ERASE |
+    // RDW_UPDATENOW), and a windowless view told of the change.
+    virtual void redraw() = 0;
 };

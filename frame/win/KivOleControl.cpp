@@ -85,6 +85,11 @@ STDMETHODIMP_(ULONG) KivOleControl::Release() {
     return n;
 }
 
+void KivOleControl::redraw() {
+    if (m_hwnd != nullptr) RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);  // 261
+    viewChanged();
+}
+
 void KivOleControl::setFocus() {
     // COleControl::SetFocus: the control's window takes the focus (its OnSetFocus passes it on).
     if (m_hwnd != nullptr) ::SetFocus(m_hwnd);

@@ -191,10 +191,20 @@ public:
     void fireEvent(int dispid, const std::vector<KivEventArg>& args) override;
     void setModifiedFlag(bool modified) override { m_dirty = modified; }
     void setFocus() override;
+    void redraw() override;
 
     // Stock properties and ambients.
     bool enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
+    OLE_COLOR foreColor() const { return m_foreColor; }
+    OLE_COLOR backColor() const { return m_backColor; }
+    void setForeColor(OLE_COLOR color);
+    void setBackColor(OLE_COLOR color);
+    // COleControl::TranslateColor: an OLE_COLOR (a system colour included) as a colour value;
+    // black when it names none.
+    static KivColor translateColor(OLE_COLOR color);
+    // An ambient colour of the container as an OLE_COLOR, or `fallback` when it has none.
+    OLE_COLOR ambientColor(DISPID dispid, OLE_COLOR fallback);
     bool ambientUserMode();
     KivColor ambientBackColor();
     HWND hwnd() const { return m_hwnd; }
@@ -217,6 +227,15 @@ protected:
     // OnDraw: the design face or the user-mode fill (the default paints the frame's face).
     virtual void onDraw(IKivDC& dc, const KivRect& bounds, bool userMode);
     virtual IKivChildList* childList() { return nullptr; }
+
+    // The control's own persisted properties, exchanged after the stock ones (MFC's order): a fixed
+    // number of bytes in a stream, named values in a property bag, defaults on a reset.
+    virtual ULONG customStreamSize() const { return 0; }
+    virtual void saveCustomToStream(unsigned char* out) const { (void)out; }
+    virtual void loadCustomFromStream(const unsigned char* in) { (void)in; }
+    virtual HRESULT saveCustomToBag(IPropertyBag* bag) { (void)bag; return S_OK; }
+    virtual void loadCustomFromBag(IPropertyBag* bag, IErrorLog* log) { (void)bag, (void)log; }
+    virtual void resetCustomProperties() {}
 
 private:
     static LRESULT CALLBACK windowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
@@ -258,6 +277,11 @@ private:
 // The stock Enabled property (DISPID_ENABLED) of every control, served by the frame.
 HRESULT KivStockEnabledGet(void* self, VARIANT* args, VARIANT* result);
 HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT* result);
+// The stock ForeColor (DISPID_FORECOLOR) and BackColor (DISPID_BACKCOLOR), as OLE_COLOR values.
+HRESULT KivStockForeColorGet(void* self, VARIANT* args, VARIANT* result);
+HRESULT KivStockForeColorPut(void* self, VARIANT* args, VARIANT* result);
+HRESULT KivStockBackColorGet(void* self, VARIANT* args, VARIANT* result);
+HRESULT KivStockBackColorPut(void* self, VARIANT* args, VARIANT* result);
 
 // Called when the module is freed: its window procedure goes with it.
 void KivUnregisterControlWindowClass();

@@ -77,6 +77,52 @@ HRESULT KivOleControl::ambient(DISPID dispid, VARIANT& value) {
     return ambient->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
 }
 
+HRESULT KivStockForeColorGet(void* self, VARIANT*, VARIANT* result) {
+    return KivReturnLong(result, static_cast<long>(static_cast<KivOleControl*>(self)->foreColor()));
+}
+
+HRESULT KivStockForeColorPut(void* self, VARIANT* args, VARIANT*) {
+    static_cast<KivOleControl*>(self)->setForeColor(static_cast<OLE_COLOR>(V_I4(&args[0])));
+    return S_OK;
+}
+
+HRESULT KivStockBackColorGet(void* self, VARIANT*, VARIANT* result) {
+    return KivReturnLong(result, static_cast<long>(static_cast<KivOleControl*>(self)->backColor()));
+}
+
+HRESULT KivStockBackColorPut(void* self, VARIANT* args, VARIANT*) {
+    static_cast<KivOleControl*>(self)->setBackColor(static_cast<OLE_COLOR>(V_I4(&args[0])));
+    return S_OK;
+}
+
+void KivOleControl::setForeColor(OLE_COLOR color) {
+    m_foreColor = color;
+    if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
+    viewChanged();
+    m_dirty = true;
+    notifyPropertyChanged(DISPID_FORECOLOR);
+}
+
+void KivOleControl::setBackColor(OLE_COLOR color) {
+    m_backColor = color;
+    if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
+    viewChanged();
+    m_dirty = true;
+    notifyPropertyChanged(DISPID_BACKCOLOR);
+}
+
+KivColor KivOleControl::translateColor(OLE_COLOR color) {
+    COLORREF translated = RGB(0, 0, 0);
+    OleTranslateColor(color, nullptr, &translated);
+    return translated;
+}
+
+OLE_COLOR KivOleControl::ambientColor(DISPID dispid, OLE_COLOR fallback) {
+    KivVariant v;
+    if (FAILED(ambient(dispid, v.v)) || FAILED(VariantChangeType(&v.v, &v.v, 0, VT_I4))) return fallback;
+    return static_cast<OLE_COLOR>(V_I4(&v.v));
+}
+
 bool KivOleControl::ambientUserMode() {
     KivVariant v;
     if (FAILED(ambient(DISPID_AMBIENT_USERMODE, v.v))) return true;

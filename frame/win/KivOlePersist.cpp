@@ -15,9 +15,11 @@ STDMETHODIMP KivOleControl::GetClassID(CLSID* clsid) {
 STDMETHODIMP KivOleControl::IsDirty() { return m_dirty ? S_OK : S_FALSE; }
 
 STDMETHODIMP KivOleControl::InitNew() {
-    m_enabled = true;  // OnResetState: only the base behaviour (stock defaults)
-    m_foreColor = 0x80000000 | COLOR_WINDOWTEXT;
-    m_backColor = 0x80000000 | COLOR_WINDOW;
+    // OnResetState: the stock defaults (the colours the container's ambient ones), then the control's.
+    m_enabled = true;
+    m_foreColor = ambientColor(DISPID_AMBIENT_FORECOLOR, 0x80000000 | COLOR_WINDOWTEXT);
+    m_backColor = ambientColor(DISPID_AMBIENT_BACKCOLOR, 0x80000000 | COLOR_WINDOW);
+    resetCustomProperties();
     m_dirty = false;
     return S_OK;
 }
@@ -27,12 +29,12 @@ ULONG KivOleControl::persistedSize() const {
     if ((m_class.stockMask & kivstock::kForeColor) != 0) size += 4;
     if ((m_class.stockMask & kivstock::kBackColor) != 0) size += 4;
     if ((m_class.stockMask & kivstock::kEnabled) != 0) size += 1;
-    return size;
+    return size + customStreamSize();
 }
 
 HRESULT KivOleControl::saveToStream(IStream* stream) {
     if (stream == nullptr) return E_POINTER;
-    unsigned char buffer[32];
+    unsigned char buffer[64];
     ULONG n = 0;
     auto put = [&](const void* data, ULONG size) {
         std::memcpy(buffer + n, data, size);
@@ -50,6 +52,11 @@ HRESULT KivOleControl::saveToStream(IStream* stream) {
         const unsigned char enabled = m_enabled ? 1 : 0;
         put(&enabled, 1);
     }
+    // The control's own properties follow the stock ones.
+    const ULONG custom = customStreamSize();
+    if (custom > sizeof buffer - n) return E_UNEXPECTED;
+    saveCustomToStream(buffer + n);
+    n += custom;
     ULONG written = 0;
     const HRESULT hr = stream->Write(buffer, n, &written);
     if (FAILED(hr)) return hr;
@@ -71,10 +78,15 @@ HRESULT KivOleControl::loadFromStream(IStream* stream) {
     if ((mask & kivstock::kForeColor) != 0 && !read(&fore, 4)) return STG_E_READFAULT;
     if ((mask & kivstock::kBackColor) != 0 && !read(&back, 4)) return STG_E_READFAULT;
     if ((mask & kivstock::kEnabled) != 0 && !read(&enabled, 1)) return STG_E_READFAULT;
+    // The control's own properties: read whole before anything is taken.
+    unsigned char custom[32];
+    const ULONG customSize = customStreamSize();
+    if (customSize > sizeof custom || (customSize > 0 && !read(custom, customSize))) return STG_E_READFAULT;
     m_extent = extent;
     if ((m_class.stockMask & kivstock::kForeColor) != 0) m_foreColor = fore;
     if ((m_class.stockMask & kivstock::kBackColor) != 0) m_backColor = back;
     if ((m_class.stockMask & kivstock::kEnabled) != 0) setEnabled(enabled != 0);
+    if (customSize > 0) loadCustomFromStream(custom);
     m_dirty = false;
     return S_OK;
 }
@@ -166,6 +178,7 @@ STDMETHODIMP KivOleControl::Load(IPropertyBag* bag, IErrorLog* log) {
         if (SUCCEEDED(bag->Read(L"Enabled", &v.v, log)) && SUCCEEDED(VariantChangeType(&v.v, &v.v, 0, VT_BOOL)))
             setEnabled(V_BOOL(&v.v) != VARIANT_FALSE);
     }
+    loadCustomFromBag(bag, log);
     m_dirty = false;
     return S_OK;
 }
@@ -190,6 +203,7 @@ STDMETHODIMP KivOleControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL) {
         V_BOOL(&v) = m_enabled ? VARIANT_TRUE : VARIANT_FALSE;
         hr = bag->Write(L"Enabled", &v);
     }
+    if (SUCCEEDED(hr)) hr = saveCustomToBag(bag);
     if (SUCCEEDED(hr) && clearDirty) m_dirty = false;
     return hr;
 }

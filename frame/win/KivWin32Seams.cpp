@@ -1,5 +1,6 @@
 // The seams over real Win32 objects: IKivChildList over a combo or list box window, IKivDC over an
 // HDC. Win32 side. The portable constants of frame/KivTypes.h are checked against <windows.h> here.
+#include <algorithm>
 #include <string>
 
 #include "KivCom.h"
@@ -98,6 +99,47 @@ void KivWin32ChildList::move(int x, int y, int width, int height, bool repaint) 
 void KivWin32ChildList::enable(bool enabled) { EnableWindow(m_hwnd, enabled ? TRUE : FALSE); }
 void KivWin32ChildList::setFocus() { SetFocus(m_hwnd); }
 
+// ---------------------------------------------------------------- strokes
+
+void KivGdiStrokes::setPenWidth(int width) { m_penWidth = width < 1 ? 1 : width; }
+
+bool KivGdiStrokes::visible(const POINT& from, const POINT& to) {
+    if (!m_clipKnown) {
+        m_clipKnown = true;
+        const int kind = GetClipBox(m_dc, &m_clip);
+        m_clipAll = kind == ERROR;  // unknown: everything is sent
+        if (kind == NULLREGION) m_clip = RECT{0, 0, 0, 0};
+    }
+    if (m_clipAll) return true;
+    // A stroke's pixels lie within the box of its ends, widened by the pen.
+    const long long margin = m_penWidth + 1;
+    const long long minX = std::min<long long>(from.x, to.x) - margin, maxX = std::max<long long>(from.x, to.x) + margin;
+    const long long minY = std::min<long long>(from.y, to.y) - margin, maxY = std::max<long long>(from.y, to.y) + margin;
+    return maxX >= m_clip.left && minX < m_clip.right && maxY >= m_clip.top && minY < m_clip.bottom;
+}
+
+void KivGdiStrokes::moveTo(int x, int y) {
+    m_position = POINT{x, y};
+    m_positionPending = true;
+}
+
+void KivGdiStrokes::lineTo(int x, int y) {
+    const LONG fromX = m_position.x, fromY = m_position.y;
+    m_position = POINT{x, y};
+    if (!visible(POINT{fromX, fromY}, m_position)) {  // nothing of it would show: only its end matters
+        m_positionPending = true;
+        return;
+    }
+    if (m_positionPending) MoveToEx(m_dc, fromX, fromY, nullptr);
+    LineTo(m_dc, x, y);
+    m_positionPending = false;
+}
+
+void KivGdiStrokes::flush() {
+    if (m_positionPending) MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
+    m_positionPending = false;
+}
+
 // ---------------------------------------------------------------- IKivDC
 
 namespace {
@@ -125,6 +167,7 @@ private:
 }  // namespace
 
 KivGdiDC::~KivGdiDC() {
+    m_strokes.flush();
     restore(m_pens);
     restore(m_brushes);
     restore(m_fonts);
@@ -154,28 +197,33 @@ int KivGdiDC::setBkMode(int mode) { return SetBkMode(m_dc, mode); }
 unsigned KivGdiDC::setTextAlign(unsigned align) { return SetTextAlign(m_dc, align); }
 
 void KivGdiDC::fillRect(const KivRect& rect, const KivBrush& brush) {
+    m_strokes.flush();
     const RECT r = KivToRECT(rect);
     CallBrush b(brush);
     FillRect(m_dc, &r, b.get());
 }
 
 void KivGdiDC::frameRect(const KivRect& rect, const KivBrush& brush) {
+    m_strokes.flush();
     const RECT r = KivToRECT(rect);
     CallBrush b(brush);
     FrameRect(m_dc, &r, b.get());
 }
 
 void KivGdiDC::drawFocusRect(const KivRect& rect) {
+    m_strokes.flush();
     const RECT r = KivToRECT(rect);
     DrawFocusRect(m_dc, &r);
 }
 
 int KivGdiDC::drawText(const KivString& text, const KivRect& rect, unsigned format) {
+    m_strokes.flush();
     RECT r = KivToRECT(rect);
     return DrawTextW(m_dc, text.getStringW(), -1, &r, format);
 }
 
 bool KivGdiDC::textOut(int x, int y, const KivString& text) {
+    m_strokes.flush();
     return TextOutW(m_dc, x, y, text.getStringW(), text.length()) != FALSE;
 }
 
@@ -186,10 +234,18 @@ KivSize KivGdiDC::getTextExtent(const KivString& text) {
 }
 
 void KivGdiDC::selectPen(const KivPen& pen) {
+    m_strokes.flush();
+    m_strokes.setPenWidth(pen.width);
     HPEN created = CreatePen(pen.style, pen.width, pen.color);  // owned until restorePen
     m_pens.push_back(Selection{SelectObject(m_dc, created), created});
+    m_penWidths.push_back(pen.width);
 }
-void KivGdiDC::restorePen() { restoreLast(m_pens); }
+void KivGdiDC::restorePen() {
+    m_strokes.flush();
+    if (!m_penWidths.empty()) m_penWidths.pop_back();
+    m_strokes.setPenWidth(m_penWidths.empty() ? 1 : m_penWidths.back());
+    restoreLast(m_pens);
+}
 void KivGdiDC::selectBrush(const KivBrush& brush) {
     HGDIOBJ created = brush.isStock ? nullptr : CreateSolidBrush(brush.color);
     HGDIOBJ object = brush.isStock ? stockObject(brush.stock) : created;
@@ -198,11 +254,15 @@ void KivGdiDC::selectBrush(const KivBrush& brush) {
 void KivGdiDC::restoreBrush() { restoreLast(m_brushes); }
 void KivGdiDC::selectStockFont(KivStockObject font) { m_fonts.push_back(Selection{SelectObject(m_dc, stockObject(font)), nullptr}); }
 void KivGdiDC::restoreFont() { restoreLast(m_fonts); }
-void KivGdiDC::moveTo(int x, int y) { MoveToEx(m_dc, x, y, nullptr); }
-void KivGdiDC::lineTo(int x, int y) { LineTo(m_dc, x, y); }
-void KivGdiDC::ellipse(const KivRect& r) { Ellipse(m_dc, r.left, r.top, r.right, r.bottom); }
+void KivGdiDC::moveTo(int x, int y) { m_strokes.moveTo(x, y); }
+void KivGdiDC::lineTo(int x, int y) { m_strokes.lineTo(x, y); }
+void KivGdiDC::ellipse(const KivRect& r) {
+    m_strokes.flush();
+    Ellipse(m_dc, r.left, r.top, r.right, r.bottom);
+}
 
 void KivGdiDC::bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) {
+    m_strokes.flush();
     KivMemoryDC memory(m_dc);
     KivGdiObject<HBITMAP> bitmap(CreateCompatibleBitmap(m_dc, bitmapWidth, bitmapHeight));
     KivSelectObject selected(memory.get(), bitmap.get());

@@ -46,9 +46,38 @@ private:
 
 // IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
 // deselected; GetSysColor is the system's.
+// The MoveTo/LineTo strokes of one drawing as GDI receives them, with the same pixels as one call
+// per stroke: a stroke whose pixels would all lie outside the DC's clip box is not sent (only where it
+// leaves the position matters); every other stroke is sent as it came, after a MoveToEx to where it
+// starts when the position moved unseen. GDI's current position is put where the strokes left it
+// before any other drawing. A hatch preview at a small zoom issues millions of strokes, most of them
+// outside the control. (Batching the visible strokes as PolyPolyline was measured and left out: its
+// pixels are not always those of one LineTo per stroke.)
+class KivGdiStrokes {
+public:
+    explicit KivGdiStrokes(HDC dc) : m_dc(dc) {}
+    KivGdiStrokes(const KivGdiStrokes&) = delete;
+    KivGdiStrokes& operator=(const KivGdiStrokes&) = delete;
+    ~KivGdiStrokes() { flush(); }
+
+    void setPenWidth(int width);
+    void moveTo(int x, int y);
+    void lineTo(int x, int y);
+    void flush();  // GDI's current position where the strokes left it
+
+private:
+    bool visible(const POINT& from, const POINT& to);
+    HDC m_dc;
+    int m_penWidth = 1;
+    bool m_clipKnown = false, m_clipAll = false;
+    RECT m_clip{};
+    POINT m_position{0, 0};
+    bool m_positionPending = false;  // GDI's position is not yet where the strokes left it
+};
+
 class KivGdiDC final : public IKivDC {
 public:
-    explicit KivGdiDC(HDC dc) : m_dc(dc) {}
+    explicit KivGdiDC(HDC dc) : m_dc(dc), m_strokes(dc) {}
     ~KivGdiDC();
     KivGdiDC(const KivGdiDC&) = delete;
     KivGdiDC& operator=(const KivGdiDC&) = delete;
@@ -84,7 +113,9 @@ private:
     void restore(std::vector<Selection>& stack);      // every selection, last first
     void restoreLast(std::vector<Selection>& stack);  // the last one
     HDC m_dc;
+    KivGdiStrokes m_strokes;  // MoveTo and LineTo; drawn before anything else is
     std::vector<Selection> m_pens, m_brushes, m_fonts;
+    std::vector<int> m_penWidths;
 };
 
 RECT KivToRECT(const KivRect& r);

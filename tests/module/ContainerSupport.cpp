@@ -54,9 +54,9 @@ STDMETHODIMP AmbientSite::Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*,
         V_BOOL(result) = userMode ? VARIANT_TRUE : VARIANT_FALSE;
         return S_OK;
     }
-    if (dispid == DISPID_AMBIENT_BACKCOLOR) {
+    if (dispid == DISPID_AMBIENT_BACKCOLOR || dispid == DISPID_AMBIENT_FORECOLOR) {
         V_VT(result) = VT_I4;
-        V_I4(result) = static_cast<LONG>(backColor);
+        V_I4(result) = static_cast<LONG>(dispid == DISPID_AMBIENT_BACKCOLOR ? backColor : foreColor);
         return S_OK;
     }
     return DISP_E_MEMBERNOTFOUND;

@@ -45,7 +45,7 @@ private:
     IID m_events;
 };
 
-// A client site whose ambient properties the test chooses (UserMode, BackColor).
+// A client site whose ambient properties the test chooses (UserMode, BackColor, ForeColor).
 class AmbientSite final : public IOleClientSite, public IDispatch {
 public:
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
@@ -71,6 +71,7 @@ public:
 
     bool userMode = true;
     OLE_COLOR backColor = 0x00FFEEDD;
+    OLE_COLOR foreColor = 0x00112233;
 
 private:
     std::atomic<ULONG> m_refs{1};

@@ -25,6 +25,7 @@ public:
         this->modified = modified;
     }
     void setFocus() override { ++focusRequests; }
+    void redraw() override { ++redraws; }
 
     // "SelChange(3,7)"-style summaries of the events so far.
     std::vector<std::string> eventSummaries() const;
@@ -33,6 +34,7 @@ public:
     int modifiedCount = 0;
     bool modified = false;
     int focusRequests = 0;
+    int redraws = 0;
 };
 
 class ScriptedColorDialog : public IKivColorDialog {
