@@ -9,7 +9,8 @@ const std::vector<KivFactoryEntry>& KivFactories() {
          &KivCreateColorControl},
         {&CLSID_KivColorPropPage, L"KIVLORQCONTROLS.KivColorPropPage.1", IDS_KIVCOLOR_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVCOLOR, CLSID_KivColorPropPage, r, o); }},
-        // 3: CKivHatchCtrl arrives with the hatch control.
+        {&CLSID_KivHatchCtrl, L"KIVLORQCONTROLS.KivHatchCtrl.1", IDS_KIVHATCH, IDB_KIVHATCH, 0x00020191, true,
+         &KivCreateHatchControl},
         {&CLSID_KivHatchPropPage, L"KIVLORQCONTROLS.KivHatchPropPage.1", IDS_KIVHATCH_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVHATCH, CLSID_KivHatchPropPage, r, o); }},
         // 5: CKivLayerCtrl arrives with the layer control.

@@ -23,4 +23,5 @@ HRESULT KivCreateColorControl(REFIID riid, void** out);
 HRESULT KivCreateLineweightControl(REFIID riid, void** out);
 HRESULT KivCreateLinetypeControl(REFIID riid, void** out);
 HRESULT KivCreateLinetypeListControl(REFIID riid, void** out);
+HRESULT KivCreateHatchControl(REFIID riid, void** out);
 HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);

@@ -86,6 +86,7 @@ const ControlEntry kControls[] = {
      L"131473"},  // 0x00020191
     {L"{DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}", L"KIVLORQCONTROLS.KivLinetypeListCtrl.1", L"KivLinetypeListControl", 6,
      L"131473"},
+    {L"{D15E93F0-B2C2-4728-8484-4E561229776F}", L"KIVLORQCONTROLS.KivHatchCtrl.1", L"KivHatchControl", 5, L"131473"},
 };
 
 std::map<std::wstring, std::wstring> controlEntries(const ControlEntry& c, const std::wstring& path) {
@@ -226,6 +227,6 @@ TEST(Registration, ClassObjectsAndUnloading) {
     EXPECT_EQ(factory->CreateInstance(reinterpret_cast<IUnknown*>(factory.get()), IID_IUnknown, aggregated.putVoid()),
               CLASS_E_NOAGGREGATION);
     // A control whose behaviour has not arrived has no factory: nothing that creates nothing.
-    const CLSID hatch = {0xD15E93F0, 0xB2C2, 0x4728, {0x84, 0x84, 0x4E, 0x56, 0x12, 0x29, 0x77, 0x6F}};
-    EXPECT_EQ(m.getClassObject(hatch, IID_IClassFactory, aggregated.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
+    const CLSID layer = {0xA7D6D7BA, 0xDF9F, 0x4E65, {0x84, 0xF6, 0x12, 0x39, 0xBE, 0x58, 0xB8, 0x4A}};
+    EXPECT_EQ(m.getClassObject(layer, IID_IClassFactory, aggregated.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
 }
