@@ -41,14 +41,25 @@ setup)
   ;;
 prefix)
   mkdir -p "$state"
-  if [ ! -f "$WINEPREFIX/.kiv-ready" ]; then
-    echo "wine-env: creating the private prefix (first time only)"
-    timeout 300 "$WINE" wineboot -i > "$state/wineboot.log" 2>&1 < /dev/null || { echo "wineboot failed"; cat "$state/wineboot.log"; exit 1; }
-    "$WINESERVER" -w
+  # The marker names the settings below: a prefix made with older settings is brought up to date.
+  if [ ! -f "$WINEPREFIX/.kiv-ready-2" ]; then
+    created=
+    if [ ! -f "$WINEPREFIX/.kiv-ready" ]; then
+      created=1
+      echo "wine-env: creating the private prefix (first time only)"
+      timeout 300 "$WINE" wineboot -i > "$state/wineboot.log" 2>&1 < /dev/null || { echo "wineboot failed"; cat "$state/wineboot.log"; exit 1; }
+      "$WINESERVER" -w
+    fi
     timeout 60 "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f > /dev/null 2>&1
     timeout 60 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 96 /f > /dev/null 2>&1
-    "$WINESERVER" -w
-    touch "$WINEPREFIX/.kiv-ready"
+    # Top-level windows not handed to a window manager: there is none on the private display, and
+    # Wine would wait two seconds for one each time a window is hidden or destroyed.
+    # The demo's window stays managed, so that on a real display it can be moved and closed.
+    timeout 60 "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f > /dev/null 2>&1
+    timeout 60 "$WINE" reg add 'HKCU\Software\Wine\AppDefaults\kivdemo.exe\X11 Driver' /v Managed /t REG_SZ /d Y /f > /dev/null 2>&1
+    # Saved to the prefix when the server ends (a persistent one of `setup` already holds them).
+    [ -n "$created" ] && "$WINESERVER" -w
+    touch "$WINEPREFIX/.kiv-ready" "$WINEPREFIX/.kiv-ready-2"
   fi
   ;;
 teardown)
