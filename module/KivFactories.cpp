@@ -1,4 +1,4 @@
-// The twelve classes of the module in their registration order. Each control adds its factory here.
+// The twelve classes of the module in their registration order: each control, then its page.
 #include "KivGuids.h"
 #include "KivModule.h"
 #include "KivResources.h"
@@ -13,7 +13,8 @@ const std::vector<KivFactoryEntry>& KivFactories() {
          &KivCreateHatchControl},
         {&CLSID_KivHatchPropPage, L"KIVLORQCONTROLS.KivHatchPropPage.1", IDS_KIVHATCH_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVHATCH, CLSID_KivHatchPropPage, r, o); }},
-        // 5: CKivLayerCtrl arrives with the layer control.
+        {&CLSID_KivLayerCtrl, L"KIVLORQCONTROLS.KivLayerCtrl.1", IDS_KIVLAYER, IDB_KIVLAYER, 0x00020191, true,
+         &KivCreateLayerControl},
         {&CLSID_KivLayerPropPage, L"KIVLORQCONTROLS.KivLayerPropPage.1", IDS_KIVLAYER_PPG, 0, 0, false,
          [](REFIID r, void** o) { return KivCreatePropertyPage(IDD_PROPPAGE_KIVLAYER, CLSID_KivLayerPropPage, r, o); }},
         {&CLSID_KivLinetypeCtrl, L"KIVLORQCONTROLS.KivLinetypeCtrl.1", IDS_KIVLINETYPE, IDB_KIVLINETYPE, 0x00020191, true,

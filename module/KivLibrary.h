@@ -6,8 +6,7 @@
 #include "KivOleControl.h"
 #include "KivTypeLibBuilder.h"
 
-// Dispinterfaces of the six controls. The colour control's (colour/win) carries its handlers; the
-// others are descriptions until their controls arrive (module/KivPendingInterfaces.cpp).
+// Dispinterfaces of the six controls, each defined beside its control (<family>/win) with its handlers.
 extern const KivDispInterface g_DKivColor, g_DKivColorEvents;
 extern const KivDispInterface g_DKivLayer, g_DKivLayerEvents;
 extern const KivDispInterface g_DKivLinetype, g_DKivLinetypeEvents;

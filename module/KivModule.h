@@ -15,7 +15,7 @@ struct KivFactoryEntry {
     HRESULT (*create)(REFIID riid, void** out);
 };
 
-// The factories in the table's order; a class whose behaviour has not arrived has no factory yet.
+// The twelve factories in the table's order.
 const std::vector<KivFactoryEntry>& KivFactories();
 const KivFactoryEntry* KivFindFactory(const CLSID& clsid);
 
@@ -24,4 +24,5 @@ HRESULT KivCreateLineweightControl(REFIID riid, void** out);
 HRESULT KivCreateLinetypeControl(REFIID riid, void** out);
 HRESULT KivCreateLinetypeListControl(REFIID riid, void** out);
 HRESULT KivCreateHatchControl(REFIID riid, void** out);
+HRESULT KivCreateLayerControl(REFIID riid, void** out);
 HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);

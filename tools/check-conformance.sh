@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`): every cited test must exist in
+# docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
+# test run once per parameter): every cited test must exist in
 # tests/ (and every cited ctest name `win.*` / `repo.*` in a CMakeLists.txt), so the catalogue
 # cannot name a test that was renamed or removed. Exits 1 listing the missing names.
 set -uo pipefail
@@ -15,6 +16,14 @@ while read -r name; do
     stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
     grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||
       grep -rqF --include=CMakeLists.txt -e "$stem\${" . || { echo "missing ctest: $name"; missing=1; } ;;
+  */*)
+    # A parameterised test: its TEST_P and the instantiation that names it.
+    prefix=${suite%%/*}
+    suite=${suite#*/}
+    pattern="TEST_P\($suite, $test\)"
+    [ "$test" = "*" ] && pattern="TEST_P\($suite,"
+    grep -rqE "$pattern" tests && grep -rqE "INSTANTIATE_TEST_SUITE_P\($prefix, $suite," tests ||
+      { echo "missing parameterised test: $name"; missing=1; } ;;
   *)
     if [ "$test" = "*" ]; then
       grep -rqE "TEST(_F)?\($suite," tests || { echo "missing suite: $name"; missing=1; }
@@ -22,6 +31,6 @@ while read -r name; do
       grep -rqE "TEST(_F)?\($suite, $test\)" tests || { echo "missing test: $name"; missing=1; }
     fi ;;
   esac
-done < <(grep -oE '`[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
+done < <(grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
 [ $missing -eq 0 ] && echo "check-conformance: every cited test exists"
 exit $missing

@@ -1,11 +1,20 @@
 #!/usr/bin/env bash
-# The main job: builds the module, registers it in the project's private Wine prefix and opens a
-# demo container window hosting the colour control. With a display (DISPLAY set, not CI) the window
-# stays until closed; headless, it runs under a private Xvfb. Either way a screenshot of the control,
-# dropped, is saved and its path printed.
+# The main job: builds the module, registers it in the project's private Wine prefix and opens the
+# demo dialog hosting all six controls, filled from the real .lin and .pat files of the shared data.
+# With a display (DISPLAY set, not CI) the dialog stays until closed; headless, it runs under a
+# private Xvfb. Either way one screenshot of the dialog, the colour and linetype lists dropped open,
+# is saved and its path printed.
+#   tools/demo.sh [--pictures FOLDER]   --pictures: also save one PNG per control and the screenshot
+#                                       there, compressed (the README's pictures, docs/images)
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 cd "$top"
+pictures=() folder=
+if [ "${1:-}" = "--pictures" ] && [ -n "${2:-}" ]; then
+  mkdir -p "$2"
+  folder=$(cd "$2" && pwd)
+  pictures=(--pictures "Z:$folder")
+fi
 tools/install-deps.sh
 build=build/win
 mkdir -p build
@@ -13,14 +22,14 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FIL
 ninja -C "$build" KivLorqControls8x64 kivdemo > build/demo.build.log
 ocx=$(pwd)/$build/module/KivLorqControls8x64.ocx
 demo=$(pwd)/$build/tools/kivdemo.exe
-shot=$(pwd)/$build/artifacts/demo-colour-control.png
+shot=$(pwd)/$build/artifacts/demo-all-controls.png
 mkdir -p "$(dirname "$shot")"
 
 if [ -n "${DISPLAY:-}" ] && [ -z "${CI:-}" ] && xdpyinfo > /dev/null 2>&1; then
   # A real display: the prefix is still the project's own, the windows appear on that display.
   tools/wine-env.sh prefix "$build"
   WINEPREFIX=$(pwd)/$build/wine/prefix WINEDEBUG=-all /usr/lib/wine/wine64 regsvr32 /s "Z:$ocx"
-  WINEPREFIX=$(pwd)/$build/wine/prefix WINEDEBUG=-all /usr/lib/wine/wine64 "$demo" --screenshot "Z:$shot"
+  WINEPREFIX=$(pwd)/$build/wine/prefix WINEDEBUG=-all /usr/lib/wine/wine64 "$demo" --screenshot "Z:$shot" "${pictures[@]}"
   echo "screenshot: $shot"
   echo "opening the demo window (close it to finish)"
   WINEPREFIX=$(pwd)/$build/wine/prefix WINEDEBUG=-all /usr/lib/wine/wine64 "$demo"
@@ -28,6 +37,11 @@ else
   tools/wine-env.sh setup "$build" > /dev/null
   trap 'tools/wine-env.sh teardown "$build"' EXIT
   tools/wine-env.sh run "$build" regsvr32 /s "Z:$ocx"
-  tools/wine-env.sh run "$build" "$demo" --screenshot "Z:$shot"
+  tools/wine-env.sh run "$build" "$demo" --screenshot "Z:$shot" "${pictures[@]}"
   echo "screenshot: $shot"
+fi
+if [ -n "$folder" ]; then
+  cp "$shot" "$folder/"
+  optipng -quiet -o2 "$folder"/*.png
+  echo "pictures: $folder"
 fi

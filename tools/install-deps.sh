@@ -10,8 +10,8 @@ packages=(
   mingw-w64 g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
   # Windows runtime for the Windows tests
   wine64 wine xvfb x11-utils
-  # pictures of the controls
-  libpng-dev
+  # pictures of the controls (optipng: the README's pictures, made by tools/demo.sh --pictures)
+  libpng-dev optipng
   # benchmarks (bench/)
   libbenchmark-dev
   # a German locale, to prove number parsing does not depend on the process locale

@@ -126,6 +126,9 @@ LRESULT KivOleControl::onMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_SIZE:
         onSize(LOWORD(lParam), HIWORD(lParam));
+        // A control that paints itself (no child) is painted whole again: its picture follows its
+        // bounds (the layer's ellipse, the hatch's origin at the lower-left corner).
+        if (childList() == nullptr) InvalidateRect(m_hwnd, nullptr, FALSE);
         return 0;
     case WM_ERASEBKGND:
         return 1;  // OnDraw fills the whole face

@@ -1,5 +1,7 @@
 #include "ContainerHost.h"
 
+#include "KivContainer.h"
+
 #include <commctrl.h>
 
 #include <cstdio>
@@ -10,53 +12,14 @@ using AtlAxGetControlFn = HRESULT(WINAPI*)(HWND, IUnknown**);
 }  // namespace
 
 HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result) {
-    if (d == nullptr) return E_POINTER;
-    DISPID id = 0;
-    LPOLESTR n = const_cast<LPOLESTR>(name);
-    HRESULT hr = d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(hr)) return hr;
-    std::vector<VARIANT> reversed(args.rbegin(), args.rend());
-    DISPID putId = DISPID_PROPERTYPUT;
-    DISPPARAMS params{reversed.empty() ? nullptr : reversed.data(), (flags & DISPATCH_PROPERTYPUT) ? &putId : nullptr,
-                      static_cast<UINT>(reversed.size()), (flags & DISPATCH_PROPERTYPUT) ? 1u : 0u};
-    KivVariant ignored;
-    return d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result != nullptr ? result : &ignored.v, nullptr, nullptr);
+    return KivInvokeByName(d, name, flags, args, result);
 }
 
-VARIANT shortArg(short v) {
-    VARIANT x;
-    V_VT(&x) = VT_I2;
-    V_I2(&x) = v;
-    return x;
-}
-
-VARIANT longArg(long v) {
-    VARIANT x;
-    V_VT(&x) = VT_I4;
-    V_I4(&x) = v;
-    return x;
-}
-
-VARIANT boolArg(bool v) {
-    VARIANT x;
-    V_VT(&x) = VT_BOOL;
-    V_BOOL(&x) = v ? VARIANT_TRUE : VARIANT_FALSE;
-    return x;
-}
-
-VARIANT doubleArg(double v) {
-    VARIANT x;
-    V_VT(&x) = VT_R8;
-    V_R8(&x) = v;
-    return x;
-}
-
-VARIANT textArg(const wchar_t* text) {
-    VARIANT x;
-    V_VT(&x) = VT_BSTR;
-    V_BSTR(&x) = SysAllocString(text);
-    return x;
-}
+VARIANT shortArg(short v) { return KivShort(v); }
+VARIANT longArg(long v) { return KivLong(v); }
+VARIANT boolArg(bool v) { return KivBool(v); }
+VARIANT doubleArg(double v) { return KivDouble(v); }
+VARIANT textArg(const wchar_t* text) { return KivText(text); }
 
 long longResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> args) {
     KivVariant r;
@@ -86,6 +49,29 @@ std::wstring placeholderText(HWND window) {
         return TRUE;
     }, reinterpret_cast<LPARAM>(&text));
     return text;
+}
+
+PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& pages, int button) {
+    PropertyFrameSeen seen;
+    {
+        DialogAnswerer answer(L"#32770", nullptr, [&](HWND sheet) {
+            HWND tabControl = FindWindowExW(sheet, nullptr, L"SysTabControl32", nullptr);
+            seen.tabs = static_cast<int>(SendMessageW(tabControl, TCM_GETITEMCOUNT, 0, 0));
+            wchar_t buffer[64] = {};
+            TCITEMW item{};
+            item.mask = TCIF_TEXT;
+            item.pszText = buffer;
+            item.cchTextMax = 64;
+            SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            seen.tab = buffer;
+            seen.text = placeholderText(sheet);
+            PostMessageW(sheet, WM_COMMAND, button, 0);
+        });
+        seen.result = OleCreatePropertyFrame(owner, 0, 0, L"control", 1, &object, pages.cElems, pages.pElems,
+                                             LOCALE_USER_DEFAULT, 0, nullptr);
+        seen.answered = answer.answered();
+    }
+    return seen;
 }
 
 // ---- Hosted
@@ -236,33 +222,13 @@ int differingPixels(const Canvas& a, const Canvas& b) {
 
 // ---- Persistence
 
-std::vector<BYTE> saveStream(IUnknown* control) {
-    KivComPtr<IPersistStreamInit> persist;
-    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
-    KivComPtr<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    if (!persist || FAILED(persist->Save(stream.get(), TRUE))) return {};
-    STATSTG stat{};
-    stream->Stat(&stat, STATFLAG_NONAME);
-    std::vector<BYTE> bytes(static_cast<std::size_t>(stat.cbSize.QuadPart));
-    const LARGE_INTEGER zero{};
-    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
-    ULONG got = 0;
-    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &got);
-    return bytes;
-}
+std::vector<BYTE> saveStream(IUnknown* control) { return KivSaveToBytes(control); }
 
 HRESULT loadStream(IUnknown* control, const std::vector<BYTE>& bytes) {
     KivComPtr<IPersistStreamInit> persist;
     control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
     if (!persist) return E_NOINTERFACE;
-    KivComPtr<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    ULONG written = 0;
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written);
-    const LARGE_INTEGER zero{};
-    stream->Seek(zero, STREAM_SEEK_SET, nullptr);
-    return persist->Load(stream.get());
+    return persist->Load(KivStreamOfBytes(bytes).get());
 }
 
 bool enabledOf(IDispatch* d) {

@@ -16,7 +16,7 @@
 #include "ContainerSupport.h"
 #include "KivCom.h"
 
-// Calls a member by name through IDispatch; `args` in declaration order.
+// Calls a member by name through IDispatch (KivInvokeByName); `args` in declaration order, kept by the caller.
 HRESULT call(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result);
 VARIANT shortArg(short v);
 VARIANT longArg(long v);
@@ -32,6 +32,17 @@ HRESULT put(IDispatch* d, const wchar_t* name, VARIANT value);
 
 // The text of a property page's static control ("TODO: Place controls ..."), among `window`'s descendants.
 std::wstring placeholderText(HWND window);
+
+// What a property frame showed: its tab count, its first tab's title and the page's placeholder.
+struct PropertyFrameSeen {
+    HRESULT result = E_FAIL;  // OleCreatePropertyFrame's
+    bool answered = false;    // the frame appeared and was closed with the button
+    int tabs = 0;
+    std::wstring tab, text;
+};
+// Opens the property frame a container opens for `object` with `pages` (ISpecifyPropertyPages),
+// reads it, and closes it with `button` (IDOK or IDCANCEL).
+PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& pages, int button);
 
 // A top-level window hosting a control through AtlAxWin, by ProgID, with its events advised to a
 // sink. `child` is the control's owned child window (`childId`; 0 for a control without one): a

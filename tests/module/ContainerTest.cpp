@@ -391,29 +391,13 @@ TEST_F(Container, PropertyFrameShowsOneGeneralPageWithThePlaceholder) {
     ASSERT_EQ(specify->GetPages(&pages), S_OK);
     ASSERT_EQ(pages.cElems, 1u);
     EXPECT_TRUE(IsEqualCLSID(pages.pElems[0], kColorPage));
-    std::wstring tab, text;
-    int tabs = 0;
-    DialogAnswerer answer(L"#32770", nullptr, [&](HWND sheet) {
-        HWND tabControl = FindWindowExW(sheet, nullptr, L"SysTabControl32", nullptr);
-        tabs = static_cast<int>(SendMessageW(tabControl, TCM_GETITEMCOUNT, 0, 0));
-        wchar_t buffer[64] = {};
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = buffer;
-        item.cchTextMax = 64;
-        SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        tab = buffer;
-        text = placeholderText(sheet);
-        PostMessageW(sheet, WM_COMMAND, IDOK, 0);
-    });
-    IUnknown* object = control.get();
-    EXPECT_EQ(OleCreatePropertyFrame(nullptr, 0, 0, L"KivColorControl", 1, &object, pages.cElems, pages.pElems,
-                                     LOCALE_USER_DEFAULT, 0, nullptr), S_OK);
+    const PropertyFrameSeen seen = showPropertyFrame(nullptr, control.get(), pages, IDOK);
     CoTaskMemFree(pages.pElems);
-    EXPECT_TRUE(answer.answered());
-    EXPECT_EQ(tabs, 1);
-    EXPECT_EQ(narrow(tab), "General");
-    EXPECT_EQ(narrow(text), "TODO: Place controls to manipulate properties of KivColorControl on this dialog.");
+    EXPECT_EQ(seen.result, S_OK);
+    EXPECT_TRUE(seen.answered);
+    EXPECT_EQ(seen.tabs, 1);
+    EXPECT_EQ(narrow(seen.tab), "General");
+    EXPECT_EQ(narrow(seen.text), "TODO: Place controls to manipulate properties of KivColorControl on this dialog.");
     EXPECT_TRUE(enabledOf(control.get()));  // OK changed nothing
 }
 

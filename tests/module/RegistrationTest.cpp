@@ -87,6 +87,7 @@ const ControlEntry kControls[] = {
     {L"{DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}", L"KIVLORQCONTROLS.KivLinetypeListCtrl.1", L"KivLinetypeListControl", 6,
      L"131473"},
     {L"{D15E93F0-B2C2-4728-8484-4E561229776F}", L"KIVLORQCONTROLS.KivHatchCtrl.1", L"KivHatchControl", 5, L"131473"},
+    {L"{A7D6D7BA-DF9F-4E65-84F6-1239BE58B84A}", L"KIVLORQCONTROLS.KivLayerCtrl.1", L"KivLayerControl", 2, L"131473"},
 };
 
 std::map<std::wstring, std::wstring> controlEntries(const ControlEntry& c, const std::wstring& path) {
@@ -226,7 +227,22 @@ TEST(Registration, ClassObjectsAndUnloading) {
     KivComPtr<IUnknown> aggregated;
     EXPECT_EQ(factory->CreateInstance(reinterpret_cast<IUnknown*>(factory.get()), IID_IUnknown, aggregated.putVoid()),
               CLASS_E_NOAGGREGATION);
-    // A control whose behaviour has not arrived has no factory: nothing that creates nothing.
-    const CLSID layer = {0xA7D6D7BA, 0xDF9F, 0x4E65, {0x84, 0xF6, 0x12, 0x39, 0xBE, 0x58, 0xB8, 0x4A}};
-    EXPECT_EQ(m.getClassObject(layer, IID_IClassFactory, aggregated.putVoid()), CLASS_E_CLASSNOTAVAILABLE);
+    // Every one of the twelve classes has its factory, and each creates its object.
+    const wchar_t* classes[] = {
+        L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}", L"{13C03DB5-8843-4B08-BCA1-F4032586C767}",
+        L"{D15E93F0-B2C2-4728-8484-4E561229776F}", L"{632E700B-7FB5-4682-B2F2-BF1D5111058D}",
+        L"{A7D6D7BA-DF9F-4E65-84F6-1239BE58B84A}", L"{6DA7E9FD-46EE-4123-8CBB-9ADCACFB1ED4}",
+        L"{2EEDA6B2-2037-4824-8629-9EAA7758E9BF}", L"{DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}",
+        L"{FC9C7841-BFED-489D-9DB9-49551B27B6EC}", L"{FB47E4A7-11D0-4FFE-9EC1-EEF7C8047D13}",
+        L"{6646D52E-EC7D-403B-874A-3AE343EE9A1C}", L"{4ED48E07-66E0-493E-A53B-1B8D8C6B80A3}"};
+    for (const wchar_t* text : classes) {
+        CLSID clsid{};
+        CLSIDFromString(text, &clsid);
+        KivComPtr<IClassFactory> each;
+        ASSERT_EQ(m.getClassObject(clsid, IID_IClassFactory, each.putVoid()), S_OK) << narrow(text);
+        KivComPtr<IUnknown> object;
+        EXPECT_EQ(each->CreateInstance(nullptr, IID_IUnknown, object.putVoid()), S_OK) << narrow(text);
+    }
+    factory.reset();
+    EXPECT_EQ(m.canUnload(), S_OK);
 }

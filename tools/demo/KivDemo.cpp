@@ -1,8 +1,13 @@
-// The demo container: a window hosting the colour control through ATL's AtlAxWin, showing the last
-// event it received. Usage: kivdemo [--screenshot FILE.png] [--seconds N]
-//   --screenshot: after showing the control (closed, then dropped) save the window and its dropped
-//                 list as one PNG and exit.
-//   --seconds N:  close after N seconds (default: stay until the window is closed).
+// The demo: the dialog of the six controls (KivDemoDialog), shown until closed, or pictured and closed.
+//   kivdemo [--data FOLDER] [--pattern FILE(NAME)] [--zoom Z] [--screenshot FILE.png] [--pictures FOLDER]
+//           [--seconds N]
+//   --data:       the folder holding lin/ and pat/ (default: the shared data of the source tree)
+//   --pattern:    the hatch pattern shown, a file under pat/ and a pattern name in it
+//   --zoom:       the hatch preview's zoom factor
+//   --screenshot: save the window with the colour and the linetype lists dropped open as one PNG,
+//                 then exit
+//   --pictures:   save one PNG per control (its list dropped where it has one) in FOLDER, then exit
+//   --seconds N:  close after N seconds (default: stay until the window is closed)
 #include <windows.h>
 #include <ocidl.h>
 #include <olectl.h>
@@ -11,42 +16,11 @@
 #include <string>
 #include <vector>
 
-#include "KivCom.h"
+#include "KivContainer.h"
+#include "KivDemoDialog.h"
 #include "PngWriter.h"
 
 namespace {
-
-const IID kColorEvents = {0xE2A8D3CB, 0xCEDE, 0x42DA, {0x88, 0x83, 0x15, 0x54, 0xCD, 0x80, 0x30, 0xDD}};
-HWND g_status = nullptr;
-
-// Shows each event in the status line.
-class StatusSink final : public IDispatch {
-public:
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
-        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) || IsEqualIID(riid, kColorEvents)) {
-            *out = static_cast<IDispatch*>(this);
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }   // lives on main's stack
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
-        *n = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* p, VARIANT*, EXCEPINFO*, UINT*) override {
-        if (p == nullptr || p->cArgs != 2) return S_OK;
-        wchar_t text[128];
-        swprintf(text, 128, L"%ls(comboIdx %ld, colorIdx %ld)", id == 1 ? L"SelChange" : L"SelAndCloseUp",
-                 static_cast<long>(V_I4(&p->rgvarg[1])), static_cast<long>(V_I4(&p->rgvarg[0])));
-        SetWindowTextW(g_status, text);
-        return S_OK;
-    }
-};
 
 void pump(DWORD ms) {
     const DWORD until = GetTickCount() + ms;
@@ -60,136 +34,162 @@ void pump(DWORD ms) {
     } while (static_cast<LONG>(until - GetTickCount()) > 0);
 }
 
-LRESULT CALLBACK frameProc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
-    if (msg == WM_DESTROY) PostQuitMessage(0);
-    return DefWindowProcW(hwnd, msg, w, l);
-}
-
-// Copies a window's client area into `rgb` at (x, y) of a canvas `width` wide.
-void copyWindow(HWND window, std::vector<std::uint8_t>& rgb, int width, int height, int x0, int y0) {
-    RECT r;
-    GetClientRect(window, &r);
-    HDC dc = GetDC(window);
-    for (int y = 0; y < r.bottom && y0 + y < height; ++y)
-        for (int x = 0; x < r.right && x0 + x < width; ++x) {
-            const COLORREF c = GetPixel(dc, x, y);
-            const std::size_t i = (static_cast<std::size_t>(y0 + y) * width + (x0 + x)) * 3;
-            rgb[i] = GetRValue(c);
-            rgb[i + 1] = GetGValue(c);
-            rgb[i + 2] = GetBValue(c);
+// An RGB picture being put together from windows on the screen.
+struct Picture {
+    Picture(int w, int h) : width(w), height(h), rgb(static_cast<std::size_t>(w) * h * 3, 0xF0) {}
+    // Copies `window` to (x0, y0) of the picture, as the screen shows it: its client area, or with
+    // `whole` the window with its frame and scroll bars.
+    void copy(HWND window, int x0, int y0, bool whole = false) {
+        RECT r;
+        if (whole) {
+            GetWindowRect(window, &r);
+            OffsetRect(&r, -r.left, -r.top);
+        } else {
+            GetClientRect(window, &r);
         }
-    ReleaseDC(window, dc);
+        HDC dc = whole ? GetWindowDC(window) : GetDC(window);
+        for (int y = 0; y < r.bottom; ++y)
+            for (int x = 0; x < r.right; ++x) {
+                if (x0 + x < 0 || y0 + y < 0 || x0 + x >= width || y0 + y >= height) continue;
+                const COLORREF c = GetPixel(dc, x, y);
+                const std::size_t i = (static_cast<std::size_t>(y0 + y) * width + (x0 + x)) * 3;
+                rgb[i] = GetRValue(c);
+                rgb[i + 1] = GetGValue(c);
+                rgb[i + 2] = GetBValue(c);
+            }
+        ReleaseDC(window, dc);
+    }
+    bool save(const std::wstring& path) const {
+        std::string narrow;
+        for (wchar_t c : path) narrow.push_back(static_cast<char>(c));
+        return KivWritePng(narrow, width, height, rgb);
+    }
+    int width, height;
+    std::vector<std::uint8_t> rgb;
+};
+
+// Where `window` (its client area, or with `whole` its window rectangle) is in `reference`'s client area.
+POINT offsetIn(HWND window, HWND reference, bool whole = false) {
+    if (whole) {
+        RECT w;
+        GetWindowRect(window, &w);
+        POINT r{0, 0};
+        ClientToScreen(reference, &r);
+        return POINT{w.left - r.x, w.top - r.y};
+    }
+    POINT p{0, 0};
+    ClientToScreen(window, &p);
+    POINT r{0, 0};
+    ClientToScreen(reference, &r);
+    return POINT{p.x - r.x, p.y - r.y};
 }
 
-VARIANT shortArg(short v) {
-    VARIANT x;
-    V_VT(&x) = VT_I2;
-    V_I2(&x) = v;
-    return x;
+// The dropped list of a combo box, open: its window.
+HWND dropDown(HWND combo) {
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    pump(300);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(combo, &info);
+    return info.hwndList;
 }
 
-void callMethod(IDispatch* d, const wchar_t* name, VARIANT arg) {
-    DISPID id = 0;
-    LPOLESTR n = const_cast<LPOLESTR>(name);
-    if (FAILED(d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id))) return;
-    DISPPARAMS params{&arg, nullptr, 1, 0};
-    d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
+// The screenshot and the pictures of each control; 0 when every file was saved.
+int takePictures(KivDemoDialog& dialog, const std::wstring& screenshot, const std::wstring& pictures) {
+    int rc = 0;
+    HWND frame = dialog.window();
+    pump(500);
+    RECT client;
+    GetClientRect(frame, &client);
+    Picture all(client.right, client.bottom);
+    all.copy(frame, 0, 0);
+    for (const KivControlHost* host : {&dialog.colour, &dialog.linetype, &dialog.lineweight, &dialog.hatch,
+                                       &dialog.linetypeList, &dialog.layer}) {
+        const POINT at = offsetIn(host->window(), frame);
+        all.copy(host->window(), at.x, at.y);
+    }
+    // Only one list can be dropped at a time: the colour and the linetype lists are dropped open one
+    // after the other and each is put into the one picture as the screen showed it.
+    struct Dropped {
+        KivControlHost& host;
+        int childId;
+        const wchar_t* file;
+        bool inScreenshot;
+    };
+    const Dropped dropped[] = {{dialog.colour, KivDemoDialog::kColourCombo, L"colour.png", true},
+                               {dialog.linetype, KivDemoDialog::kLinetypeCombo, L"linetype.png", true},
+                               {dialog.lineweight, KivDemoDialog::kLineweightCombo, L"lineweight.png", false}};
+    for (const Dropped& drop : dropped) {
+        HWND combo = KivDemoDialog::child(drop.host, drop.childId);
+        HWND list = dropDown(combo);
+        if (drop.inScreenshot) {
+            const POINT at = offsetIn(list, frame, true);
+            all.copy(list, at.x, at.y, true);
+        }
+        if (!pictures.empty()) {
+            // The control and its dropped list.
+            RECT listRect, comboRect;
+            GetWindowRect(list, &listRect);
+            GetWindowRect(combo, &comboRect);
+            Picture one(comboRect.right - comboRect.left, listRect.bottom - comboRect.top);
+            one.copy(combo, 0, 0);
+            one.copy(list, listRect.left - comboRect.left, listRect.top - comboRect.top, true);
+            if (!one.save(pictures + L"\\" + drop.file)) rc = 1;
+        }
+        SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+        pump(200);
+    }
+    if (!pictures.empty()) {
+        const std::pair<KivControlHost*, const wchar_t*> plain[] = {
+            {&dialog.hatch, L"hatch.png"}, {&dialog.linetypeList, L"linetype-list.png"}, {&dialog.layer, L"layer.png"}};
+        for (const auto& [host, file] : plain) {
+            RECT r;
+            GetClientRect(host->window(), &r);
+            Picture one(r.right, r.bottom);
+            one.copy(host->window(), 0, 0);
+            if (!one.save(pictures + L"\\" + file)) rc = 1;
+        }
+    }
+    if (!screenshot.empty() && !all.save(screenshot)) rc = 1;
+    return rc;
 }
 
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    std::wstring screenshot;
+    KivDemoContent content{L"Z:" KIV_SHARED_DATA_W, L"ACadSharp__ALL_4patterns.pat(HVEGE100)", 2.0};
+    std::wstring screenshot, pictures;
     int seconds = 0;
     for (int i = 1; i < argc; ++i) {
-        if (std::wstring(argv[i]) == L"--screenshot" && i + 1 < argc) screenshot = argv[++i];
-        else if (std::wstring(argv[i]) == L"--seconds" && i + 1 < argc) seconds = _wtoi(argv[++i]);
+        const std::wstring a = argv[i];
+        if (a == L"--screenshot" && i + 1 < argc) screenshot = argv[++i];
+        else if (a == L"--pictures" && i + 1 < argc) pictures = argv[++i];
+        else if (a == L"--data" && i + 1 < argc) content.data = argv[++i];
+        else if (a == L"--pattern" && i + 1 < argc) content.pattern = argv[++i];
+        else if (a == L"--zoom" && i + 1 < argc) content.zoom = _wtof(argv[++i]);
+        else if (a == L"--seconds" && i + 1 < argc) seconds = _wtoi(argv[++i]);
     }
     CoInitialize(nullptr);
-    HMODULE atl = LoadLibraryW(L"atl.dll");
-    auto init = KivProcAddress<BOOL(WINAPI*)()>(atl, "AtlAxWinInit");
-    auto getControl = KivProcAddress<HRESULT(WINAPI*)(HWND, IUnknown**)>(atl, "AtlAxGetControl");
-    if (init == nullptr || getControl == nullptr || !init()) {
-        std::fprintf(stderr, "kivdemo: ATL hosting is not available\n");
-        return 1;
-    }
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = frameProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    wc.lpszClassName = L"KivDemoFrame";
-    RegisterClassW(&wc);
-    HWND frame = CreateWindowExW(0, L"KivDemoFrame", L"KivLorqControls - colour control", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                                 40, 40, 300, 240, nullptr, nullptr, wc.hInstance, nullptr);
-    HFONT font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
-    HWND label = CreateWindowExW(0, L"STATIC", L"Colour:", WS_CHILD | WS_VISIBLE, 12, 16, 60, 16, frame, nullptr, wc.hInstance, nullptr);
-    SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    HWND host = CreateWindowExW(0, L"AtlAxWin", L"KIVLORQCONTROLS.KivColorCtrl.1", WS_CHILD | WS_VISIBLE, 70, 12, 200, 21,
-                                frame, nullptr, wc.hInstance, nullptr);
-    g_status = CreateWindowExW(0, L"STATIC", L"Pick a colour.", WS_CHILD | WS_VISIBLE, 12, 180, 270, 16, frame, nullptr,
-                               wc.hInstance, nullptr);
-    SendMessageW(g_status, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    KivComPtr<IUnknown> control;
-    if (host == nullptr || FAILED(getControl(host, control.put()))) {
-        std::fprintf(stderr, "kivdemo: the colour control could not be created (is the module registered?)\n");
-        return 1;
-    }
-    KivComPtr<IDispatch> dispatch;
-    control->QueryInterface(IID_IDispatch, dispatch.putVoid());
-    callMethod(dispatch.get(), L"AddColorIndex", shortArg(42));
-    callMethod(dispatch.get(), L"AddColorIndex", shortArg(150));
-    callMethod(dispatch.get(), L"SetSelColorIndex", shortArg(1));
-    StatusSink sink;
-    KivComPtr<IConnectionPointContainer> cpc;
-    KivComPtr<IConnectionPoint> point;
-    DWORD cookie = 0;
-    if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
-        SUCCEEDED(cpc->FindConnectionPoint(kColorEvents, point.put())))
-        point->Advise(&sink, &cookie);
-
-    HWND window = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
-    HWND combo = window != nullptr ? GetDlgItem(window, 100) : nullptr;
     int rc = 0;
-    if (!screenshot.empty()) {
-        pump(500);
-        SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
-        pump(500);
-        COMBOBOXINFO info{};
-        info.cbSize = sizeof info;
-        GetComboBoxInfo(combo, &info);
-        RECT frameClient, list;
-        GetClientRect(frame, &frameClient);
-        GetWindowRect(info.hwndList, &list);
-        POINT origin{0, 0};
-        ClientToScreen(frame, &origin);
-        const int width = frameClient.right, height = frameClient.bottom;
-        std::vector<std::uint8_t> rgb(static_cast<std::size_t>(width) * height * 3, 0);
-        copyWindow(frame, rgb, width, height, 0, 0);
-        copyWindow(combo, rgb, width, height, 70, 12);
-        RECT listClient;
-        GetClientRect(info.hwndList, &listClient);
-        POINT listOrigin{0, 0};
-        ClientToScreen(info.hwndList, &listOrigin);
-        copyWindow(info.hwndList, rgb, width, height, listOrigin.x - origin.x, listOrigin.y - origin.y);
-        std::string path;
-        for (wchar_t c : screenshot) path.push_back(static_cast<char>(c));
-        rc = KivWritePng(path, width, height, rgb) ? 0 : 1;
-        SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
-        DestroyWindow(frame);
-    } else {
-        if (seconds > 0) SetTimer(frame, 1, static_cast<UINT>(seconds) * 1000, [](HWND h, UINT, UINT_PTR, DWORD) { DestroyWindow(h); });
-        MSG msg;
-        while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
+    {
+        KivDemoDialog dialog;
+        const std::wstring problems = dialog.open(content);
+        if (!problems.empty()) {
+            std::fprintf(stderr, "kivdemo:\n%ls", problems.c_str());
+            rc = 1;
+        } else if (!screenshot.empty() || !pictures.empty()) {
+            rc = takePictures(dialog, screenshot, pictures);
+        } else {
+            if (seconds > 0)
+                SetTimer(dialog.window(), 1, static_cast<UINT>(seconds) * 1000,
+                         [](HWND h, UINT, UINT_PTR, DWORD) { DestroyWindow(h); });
+            MSG msg;
+            while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+                TranslateMessage(&msg);
+                DispatchMessageW(&msg);
+            }
         }
     }
-    if (point) point->Unadvise(cookie);
-    point.reset();
-    cpc.reset();
-    dispatch.reset();
-    control.reset();
     CoUninitialize();
     return rc;
 }

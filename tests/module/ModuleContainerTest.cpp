@@ -1,0 +1,396 @@
+// The whole module under Wine, control by control: each of the six controls created by its ProgID
+// and by its class id, sited and activated in our own container and in ATL's AtlAxWin, drawn in
+// design and in user mode, resized, saved and reloaded, reached through its property page in the
+// property frame a container opens, released; and the module free to unload after each.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <algorithm>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "ContainerHost.h"
+#include "KivCom.h"
+#include "KivContainer.h"
+
+namespace {
+
+struct ControlCase {
+    const char* name;
+    const wchar_t* progId;
+    const wchar_t* clsid;
+    const wchar_t* events;
+    const wchar_t* page;
+    const char* pageControl;     // the control named in its page's placeholder text
+    int childId;                 // its owner-drawn child, 0 when it has none
+    const wchar_t* childClass;   // "ComboBox" or "ListBox"
+    const wchar_t* designText;   // its design-mode name; nullptr: the layer's picture in both modes
+    bool hasEnabled;             // the stock Enabled property
+    bool isHatch() const { return childId == 0 && designText != nullptr; }
+};
+
+const ControlCase kCases[] = {
+    {"Colour", L"KIVLORQCONTROLS.KivColorCtrl.1", L"{134FFBAD-0ECF-4346-BA9D-1EDC507A8A56}",
+     L"{E2A8D3CB-CEDE-42DA-8883-1554CD8030DD}", L"{13C03DB5-8843-4B08-BCA1-F4032586C767}", "KivColorControl", 100,
+     L"ComboBox", L"KivColorComboBox", true},
+    {"Lineweight", L"KIVLORQCONTROLS.KivLineweightCtrl.1", L"{FB47E4A7-11D0-4FFE-9EC1-EEF7C8047D13}",
+     L"{B67DDBB9-C50E-4CE2-A70C-F5A5D59A92AF}", L"{6646D52E-EC7D-403B-874A-3AE343EE9A1C}", "KivLineweightControl",
+     103, L"ComboBox", L"KivLineweightComboBox", true},
+    {"Linetype", L"KIVLORQCONTROLS.KivLinetypeCtrl.1", L"{2EEDA6B2-2037-4824-8629-9EAA7758E9BF}",
+     L"{B38FC9AE-123A-4217-9E92-7F2B3E58EA52}", L"{FC9C7841-BFED-489D-9DB9-49551B27B6EC}", "KivLinetypeControl", 102,
+     L"ComboBox", L"KivLinetypeComboBox", true},
+    {"LinetypeList", L"KIVLORQCONTROLS.KivLinetypeListCtrl.1", L"{DABAFA9E-2B6F-40B0-95BB-373AB4B2FC18}",
+     L"{57D2AB1D-50F4-48D9-A9FD-62702A5527D6}", L"{4ED48E07-66E0-493E-A53B-1B8D8C6B80A3}", "KivLinetypeListControl",
+     105, L"ListBox", L"KivLinetypeListBox", true},
+    {"Hatch", L"KIVLORQCONTROLS.KivHatchCtrl.1", L"{D15E93F0-B2C2-4728-8484-4E561229776F}",
+     L"{31864F54-4ECC-4D0A-A3C2-A8BE66536B8E}", L"{632E700B-7FB5-4682-B2F2-BF1D5111058D}", "KivHatchControl", 0,
+     nullptr, L"KivHatchCtrl", true},
+    {"Layer", L"KIVLORQCONTROLS.KivLayerCtrl.1", L"{A7D6D7BA-DF9F-4E65-84F6-1239BE58B84A}",
+     L"{41FF97A2-4D74-4374-8D7C-E458F28AEA0F}", L"{6DA7E9FD-46EE-4123-8CBB-9ADCACFB1ED4}", "KivLayerControl", 0,
+     nullptr, nullptr, false},
+};
+
+// Test names and failure messages show the control's name.
+void PrintTo(const ControlCase& c, std::ostream* os) { *os << c.name; }
+
+GUID guid(const wchar_t* text) {
+    GUID g{};
+    CLSIDFromString(text, &g);
+    return g;
+}
+
+std::wstring className(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+// The layer's picture drawn directly with GDI: the stock white brush over the bounds, then the
+// inscribed ellipse with a fresh DC's pen and brush (black, white).
+void drawExpectedEllipse(Canvas& canvas) {
+    RECT r{0, 0, canvas.width, canvas.height};
+    FillRect(canvas.dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
+}
+
+// Pixels in which a window's client area on screen differs from a canvas of its size.
+int differingFromScreen(HWND window, const Canvas& expected) {
+    int w = 0, h = 0;
+    const std::vector<std::uint8_t> rgb = grab(window, w, h);
+    if (w != expected.width || h != expected.height) return -1;
+    int n = 0;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x)
+            if (at(rgb, w, x, y) != expected.pixel(x, y)) ++n;
+    return n;
+}
+
+// A visible top-level window standing for a host's dialog.
+class Dialog {
+public:
+    Dialog() {
+        hwnd = CreateWindowExW(0, L"STATIC", L"module", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, 520, 360,
+                               nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    }
+    ~Dialog() { DestroyWindow(hwnd); }
+    HWND hwnd;
+};
+
+HRESULT canUnloadNow() {
+    HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
+    if (module == nullptr) return S_OK;  // not even loaded
+    auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
+    return canUnload != nullptr ? canUnload() : E_FAIL;
+}
+
+bool isDirty(IUnknown* control) {
+    KivComPtr<IPersistStreamInit> persist;
+    control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
+    return persist && persist->IsDirty() == S_OK;
+}
+
+class Module : public ComTest, public ::testing::WithParamInterface<ControlCase> {
+protected:
+    void TearDown() override {
+        // Everything the test made is released: the module has nothing alive.
+        pumpMessages(20);
+        EXPECT_EQ(canUnloadNow(), S_OK) << GetParam().name << " left an object or a lock behind";
+        ComTest::TearDown();
+    }
+    const ControlCase& c = GetParam();
+    const CLSID clsid = guid(c.clsid);
+};
+
+}  // namespace
+
+TEST_P(Module, TheProgIdNamesTheClassId) {
+    CLSID fromProgId{};
+    ASSERT_EQ(CLSIDFromProgID(c.progId, &fromProgId), S_OK);
+    EXPECT_TRUE(IsEqualCLSID(fromProgId, clsid));
+}
+
+TEST_P(Module, CreatedByProgIdAndByClassIdInOurContainer) {
+    Dialog dialog;
+    for (int byClassId = 0; byClassId < 2; ++byClassId) {
+        SCOPED_TRACE(byClassId ? "by class id" : "by ProgID");
+        KivControlHost host(dialog.hwnd, RECT{10, 10, 230, 31});
+        ASSERT_EQ(byClassId ? host.create(clsid) : host.create(c.progId), S_OK);
+        pumpMessages(30);
+        HWND window = host.window();
+        ASSERT_NE(window, nullptr);
+        EXPECT_TRUE(IsWindowVisible(window));
+        EXPECT_EQ(GetParent(window), dialog.hwnd);
+        RECT client;
+        GetClientRect(window, &client);
+        EXPECT_EQ(client.right, 220);
+        EXPECT_EQ(client.bottom, 21);
+        HWND child = c.childId != 0 ? GetDlgItem(window, c.childId) : GetWindow(window, GW_CHILD);
+        if (c.childId != 0) {
+            ASSERT_NE(child, nullptr);
+            EXPECT_EQ(className(child), c.childClass);
+        } else {
+            EXPECT_EQ(child, nullptr);  // it draws itself, no child window
+        }
+        // The class it says it is, and the events a container connects to.
+        KivComPtr<IPersist> persist;
+        ASSERT_EQ(host.control()->QueryInterface(IID_IPersist, persist.putVoid()), S_OK);
+        CLSID own{};
+        EXPECT_EQ(persist->GetClassID(&own), S_OK);
+        EXPECT_TRUE(IsEqualCLSID(own, clsid));
+        KivComPtr<IConnectionPointContainer> points;
+        ASSERT_EQ(host.control()->QueryInterface(IID_IConnectionPointContainer, points.putVoid()), S_OK);
+        KivComPtr<IConnectionPoint> point;
+        EXPECT_EQ(points->FindConnectionPoint(guid(c.events), point.put()), S_OK);
+        point.reset();
+        points.reset();
+        persist.reset();
+        host.close();
+        EXPECT_FALSE(IsWindow(window));
+    }
+}
+
+TEST_P(Module, CreatedByProgIdAndByClassIdInAtl) {
+    for (const wchar_t* name : {c.progId, c.clsid}) {
+        SCOPED_TRACE(narrow(name));
+        Hosted h(name, guid(c.events), c.childId, 220, 21);
+        ASSERT_TRUE(h.control);
+        ASSERT_NE(h.controlWindow, nullptr);
+        EXPECT_TRUE(IsWindowVisible(h.controlWindow));
+        if (c.childId != 0) {
+            ASSERT_NE(h.child, nullptr);
+            EXPECT_EQ(className(h.child), c.childClass);
+        }
+        KivComPtr<IPersist> persist;
+        ASSERT_EQ(h.control->QueryInterface(IID_IPersist, persist.putVoid()), S_OK);
+        CLSID own{};
+        EXPECT_EQ(persist->GetClassID(&own), S_OK);
+        EXPECT_TRUE(IsEqualCLSID(own, clsid));
+    }
+}
+
+TEST_P(Module, DesignModeAndUserModeInOurContainer) {
+    Dialog dialog;
+    KivControlHost host(dialog.hwnd, RECT{10, 10, 170, 50});
+    const OLE_COLOR back = 0x00E0D0C0, fore = 0x00203040;
+    host.setAmbientColors(back, fore);
+    host.setUserMode(false);
+    ASSERT_EQ(host.create(clsid), S_OK);
+    KivComPtr<IViewObject> view;
+    ASSERT_EQ(host.control()->QueryInterface(IID_IViewObject, view.putVoid()), S_OK);
+    const RECTL bounds{0, 0, 160, 40};
+    Canvas canvas(160, 40), expected(160, 40);
+    if (c.designText != nullptr) drawExpectedDesignFace(expected, c.designText);
+    else drawExpectedEllipse(expected);
+    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    EXPECT_EQ(differingPixels(canvas, expected), 0) << "design mode";
+
+    // User mode: the combo boxes and the list paint over a face of the container's colour, the hatch
+    // preview (no pattern named) is its BackColor, taken from the container when it started; the
+    // layer's picture does not change.
+    host.setUserMode(true);
+    if (c.designText != nullptr) {
+        RECT all{0, 0, 160, 40};
+        HBRUSH brush = CreateSolidBrush(back);
+        FillRect(expected.dc, &all, brush);
+        DeleteObject(brush);
+    }
+    canvas.fill(RGB(1, 2, 3));
+    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    EXPECT_EQ(differingPixels(canvas, expected), 0) << "user mode";
+    view.reset();
+    host.close();
+}
+
+TEST_P(Module, ResizedItFollowsTheNewBounds) {
+    Dialog dialog;
+    KivControlHost host(dialog.hwnd, RECT{10, 10, 130, 50});
+    host.setAmbientColors(0x00E0D0C0, 0x00203040);
+    ASSERT_EQ(host.create(c.progId), S_OK);
+    pumpMessages(50);
+    HWND window = host.window();
+    ASSERT_NE(window, nullptr);
+    // Larger and elsewhere, then smaller than at first.
+    const RECT sizes[] = {RECT{40, 60, 340, 170}, RECT{20, 30, 100, 60}};
+    for (const RECT& r : sizes) {
+        const int w = r.right - r.left, h = r.bottom - r.top;
+        SCOPED_TRACE(std::to_string(w) + " x " + std::to_string(h));
+        host.move(r);
+        pumpMessages(80);
+        RECT client;
+        GetClientRect(window, &client);
+        EXPECT_EQ(client.right, w);
+        EXPECT_EQ(client.bottom, h);
+        POINT origin{0, 0};
+        MapWindowPoints(window, dialog.hwnd, &origin, 1);
+        EXPECT_EQ(origin.x, r.left);
+        EXPECT_EQ(origin.y, r.top);
+        if (c.childId != 0) {
+            RECT childRect;
+            GetWindowRect(GetDlgItem(window, c.childId), &childRect);
+            EXPECT_EQ(childRect.right - childRect.left, w);  // the child spans the new width
+        } else if (c.designText == nullptr) {
+            // The layer: the whole picture redrawn for the new bounds, the ellipse inscribed in them.
+            Canvas expected(w, h);
+            drawExpectedEllipse(expected);
+            EXPECT_EQ(differingFromScreen(window, expected), 0);
+        } else {
+            // The hatch preview without a pattern: its back colour over all the new bounds.
+            Canvas expected(w, h);
+            expected.fill(RGB(0xC0, 0xD0, 0xE0));
+            EXPECT_EQ(differingFromScreen(window, expected), 0);
+        }
+    }
+    host.close();
+}
+
+TEST_P(Module, SavedInOneContainerReloadedInAnother) {
+    Dialog dialog;
+    std::vector<BYTE> saved;
+    {
+        // Changed and saved in ATL's container...
+        Hosted h(c.progId, guid(c.events), c.childId, 220, 21);
+        ASSERT_TRUE(h.dispatch);
+        if (c.hasEnabled) {
+            EXPECT_EQ(put(h.dispatch.get(), L"Enabled", boolArg(false)), S_OK);
+        }
+        if (c.isHatch()) {
+            EXPECT_EQ(put(h.dispatch.get(), L"ZoomFactor", doubleArg(0.25)), S_OK);
+        }
+        saved = saveStream(h.control.get());
+        ASSERT_FALSE(saved.empty());
+    }
+    // ...reloaded in ours, where it saves the same bytes again but for the extent (bytes 4 to 11
+    // after the version), which is the new container's: 220 x 21 pixels in HIMETRIC at 96 dpi.
+    KivControlHost host(dialog.hwnd, RECT{10, 10, 230, 31});
+    ASSERT_EQ(host.create(clsid, &saved), S_OK);
+    std::vector<BYTE> expected = saved;
+    ASSERT_GE(expected.size(), 12u);
+    const BYTE ourExtent[8] = {0xBD, 0x16, 0x00, 0x00, 0x2C, 0x02, 0x00, 0x00};  // 5821, 556
+    std::copy(ourExtent, ourExtent + 8, expected.begin() + 4);
+    EXPECT_EQ(host.save(), expected);
+    if (c.hasEnabled) {
+        EXPECT_FALSE(enabledOf(host.dispatch()));
+    }
+    if (c.isHatch()) {
+        VARIANT zoom;
+        VariantInit(&zoom);
+        ASSERT_EQ(call(host.dispatch(), L"ZoomFactor", DISPATCH_PROPERTYGET, {}, &zoom), S_OK);
+        EXPECT_EQ(V_R8(&zoom), 0.25);
+    }
+    if (c.designText == nullptr) {
+        // The layer keeps only the version, its extent and an empty stock mask: 16 bytes.
+        ASSERT_EQ(saved.size(), 16u);
+        EXPECT_EQ(std::vector<BYTE>(saved.begin(), saved.begin() + 4), (std::vector<BYTE>{0x00, 0x00, 0x01, 0x00}));
+        EXPECT_EQ(std::vector<BYTE>(saved.begin() + 12, saved.end()), (std::vector<BYTE>{0, 0, 0, 0}));
+    }
+    host.close();
+}
+
+TEST_P(Module, ItsPageInThePropertyFrameChangesNothingOnOkOrCancel) {
+    Dialog dialog;
+    KivControlHost host(dialog.hwnd, RECT{10, 10, 230, 31});
+    ASSERT_EQ(host.create(clsid), S_OK);
+    const std::vector<BYTE> before = host.save();  // also clears the modified flag
+    ASSERT_FALSE(isDirty(host.control()));
+    KivComPtr<ISpecifyPropertyPages> specify;
+    ASSERT_EQ(host.control()->QueryInterface(IID_ISpecifyPropertyPages, specify.putVoid()), S_OK);
+    CAUUID pages{};
+    ASSERT_EQ(specify->GetPages(&pages), S_OK);
+    ASSERT_EQ(pages.cElems, 1u);
+    EXPECT_TRUE(IsEqualCLSID(pages.pElems[0], guid(c.page)));
+    for (const int button : {IDOK, IDCANCEL}) {
+        SCOPED_TRACE(button == IDOK ? "OK" : "Cancel");
+        const PropertyFrameSeen seen = showPropertyFrame(dialog.hwnd, host.control(), pages, button);
+        EXPECT_EQ(seen.result, S_OK);
+        EXPECT_TRUE(seen.answered);
+        EXPECT_EQ(seen.tabs, 1);
+        EXPECT_EQ(narrow(seen.tab), "General");
+        EXPECT_EQ(narrow(seen.text), std::string("TODO: Place controls to manipulate properties of ") + c.pageControl +
+                                         " on this dialog.");
+        EXPECT_FALSE(isDirty(host.control()));
+        EXPECT_EQ(host.save(), before);
+    }
+    CoTaskMemFree(pages.pElems);
+    specify.reset();
+    host.close();
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryControl, Module, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<ControlCase>& info) { return std::string(info.param.name); });
+
+// The layer placeholder, created by its ProgID: nothing of its own to call, read or listen to.
+using LayerControl = ComTest;
+TEST_F(LayerControl, HasNoPropertyMethodOrEventOfItsOwn) {
+    CLSID clsid{};
+    ASSERT_EQ(CLSIDFromProgID(L"KIVLORQCONTROLS.KivLayerCtrl.1", &clsid), S_OK);
+    KivComPtr<IDispatch> d = newControl(clsid);
+    ASSERT_TRUE(d);
+    // No name is known, not even the stock ones the other controls have.
+    for (const wchar_t* name : {L"Enabled", L"BackColor", L"ForeColor", L"Refresh", L"AboutBox", L"SelectItem"}) {
+        DISPID id = 0;
+        LPOLESTR n = const_cast<LPOLESTR>(name);
+        EXPECT_EQ(d->GetIDsOfNames(IID_NULL, &n, 1, LOCALE_USER_DEFAULT, &id), DISP_E_UNKNOWNNAME) << narrow(name);
+    }
+    for (const DISPID id : {1, 2, -514, DISPID_ABOUTBOX}) {
+        DISPPARAMS none{};
+        VARIANT result;
+        VariantInit(&result);
+        EXPECT_EQ(d->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, &result,
+                            nullptr, nullptr),
+                  DISP_E_MEMBERNOTFOUND)
+            << id;
+    }
+    // Its dispatch and event interfaces describe no member beyond those every dispinterface inherits
+    // (the seven of IUnknown and IDispatch).
+    auto ownMembers = [](ITypeInfo* info) {
+        TYPEATTR* attr = nullptr;
+        if (info == nullptr || FAILED(info->GetTypeAttr(&attr))) return -1;
+        int own = attr->cVars;
+        for (UINT i = 0; i < attr->cFuncs; ++i) {
+            FUNCDESC* f = nullptr;
+            if (FAILED(info->GetFuncDesc(i, &f))) continue;
+            if (f->memid < 0x60000000 || f->memid > 0x60010003) ++own;  // not IUnknown's or IDispatch's
+            info->ReleaseFuncDesc(f);
+        }
+        info->ReleaseTypeAttr(attr);
+        return own;
+    };
+    KivComPtr<ITypeInfo> dispatchInfo;
+    ASSERT_EQ(d->GetTypeInfo(0, LOCALE_USER_DEFAULT, dispatchInfo.put()), S_OK);
+    EXPECT_EQ(ownMembers(dispatchInfo.get()), 0);
+    KivComPtr<IProvideClassInfo2> classInfo;
+    ASSERT_EQ(d->QueryInterface(IID_IProvideClassInfo2, classInfo.putVoid()), S_OK);
+    GUID events{};
+    ASSERT_EQ(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
+    EXPECT_TRUE(IsEqualGUID(events, guid(L"{41FF97A2-4D74-4374-8D7C-E458F28AEA0F}")));
+    KivComPtr<ITypeInfo> coclass, eventsInfo;
+    ASSERT_EQ(classInfo->GetClassInfo(coclass.put()), S_OK);
+    KivComPtr<ITypeLib> library;
+    UINT index = 0;
+    ASSERT_EQ(coclass->GetContainingTypeLib(library.put(), &index), S_OK);
+    ASSERT_EQ(library->GetTypeInfoOfGuid(events, eventsInfo.put()), S_OK);
+    EXPECT_EQ(ownMembers(eventsInfo.get()), 0);
+}
