@@ -65,12 +65,18 @@ PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& 
             SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
             seen.tab = buffer;
             seen.text = placeholderText(sheet);
-            PostMessageW(sheet, WM_COMMAND, button, 0);
+            // The button, pressed again while the frame stays open: under load Wine's frame can miss
+            // a press that arrives while it is still settling.
+            for (int attempt = 0; attempt < 10 && IsWindow(sheet); ++attempt) {
+                if (attempt > 0) std::fprintf(stderr, "the property frame is still open: button %d again\n", button);
+                PostMessageW(sheet, WM_COMMAND, button, 0);
+                for (int wait = 0; wait < 50 && IsWindow(sheet); ++wait) Sleep(20);
+            }
+            seen.answered = !IsWindow(sheet);
         });
         seen.result = OleCreatePropertyFrame(owner, 0, 0, L"control", 1, &object, pages.cElems, pages.pElems,
                                              LOCALE_USER_DEFAULT, 0, nullptr);
-        seen.answered = answer.answered();
-    }
+    }  // the answer has finished here
     return seen;
 }
 

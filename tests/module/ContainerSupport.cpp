@@ -97,8 +97,15 @@ DialogAnswerer::DialogAnswerer(const wchar_t* className, const wchar_t* title, s
     : m_thread([this, className, title, answer, timeoutMs] {
           const DWORD until = GetTickCount() + timeoutMs;
           while (!m_stop && static_cast<LONG>(until - GetTickCount()) > 0) {
-              HWND found = FindWindowW(className, title);
-              if (found != nullptr && IsWindowVisible(found)) {
+              // The first visible one of this process: a hidden window of the same class (one being
+              // destroyed, or kept by the system) may come first in the z-order.
+              HWND found = nullptr;
+              DWORD process = 0;
+              do {
+                  found = FindWindowExW(nullptr, found, className, title);
+                  if (found != nullptr) GetWindowThreadProcessId(found, &process);
+              } while (found != nullptr && (!IsWindowVisible(found) || process != GetCurrentProcessId()));
+              if (found != nullptr) {
                   Sleep(200);  // let the dialog finish its initialisation
                   answer(found);
                   m_answered = true;
