@@ -83,7 +83,12 @@ run)
   timeout -k 5 "${KIV_WINE_TIMEOUT:-90}" "$WINE" "$exe" "$@" > "$log" 2>&1 < /dev/null
   rc=$?
   cat "$log"; rm -f "$log"
-  [ $rc -eq 124 ] && echo "wine-env: $exe timed out"
+  if [ $rc -eq 124 ]; then
+    echo "wine-env: $exe timed out"
+    # The Windows process can outlive its killed loader (a modal loop stays in the server): end
+    # every process of the prefix, so that none of it lingers into the next program's run.
+    "$WINESERVER" -k 2>/dev/null || true
+  fi
   exit $rc
   ;;
 dpi-run)

@@ -1,4 +1,5 @@
 #include "ContainerSupport.h"
+#include <cstdio>
 
 void pumpMessages(DWORD ms) {
     const DWORD until = GetTickCount() + ms;
@@ -113,6 +114,7 @@ DialogAnswerer::DialogAnswerer(const wchar_t* className, const wchar_t* title, s
               }
               Sleep(20);
           }
+          if (!m_stop) std::fprintf(stderr, "no window of the awaited class appeared in %lu ms\n", timeoutMs);
       }) {}
 
 DialogAnswerer::~DialogAnswerer() {

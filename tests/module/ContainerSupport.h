@@ -106,9 +106,11 @@ public:
     bool answered() const { return m_answered; }
 
 private:
-    std::thread m_thread;
+    // The flags before the thread: members are initialised in this order, and the thread reads them
+    // from its first instruction.
     std::atomic<bool> m_answered{false};
     std::atomic<bool> m_stop{false};
+    std::thread m_thread;
 };
 
 // Text of a window.
