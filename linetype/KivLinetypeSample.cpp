@@ -25,23 +25,30 @@ KivString KivLinetypePattern(const KivString& definition) {
 }
 
 int KivStrokeLinetypeSample(IKivDC& dc, const KivString& definition, int y, double width) {
-    // 4. The pattern, and a cursor over it.
+    // 4. The pattern, and a cursor over it: the rest of the pattern from `start` on. (The cursor is a
+    // position, not a copy of the rest: a long definition costs each stroke its element, not the
+    // whole rest of the line.)
     const KivString pattern = KivLinetypePattern(definition);
-    KivString cursor = pattern;
     const KivString comma(u",");
+    int start = 0;
     double x = 0.0;
     dc.moveTo(0, y);
     // 5. Nothing to draw without a first element.
-    int separator = cursor.find(comma, 0);
-    if (separator <= 0) return 0;
+    int next = pattern.find(comma, 0);
+    if (next <= 0) return 0;
     const double limit = width > 0.0 ? width : 0.0;
     const long long budget = static_cast<long long>(kMaxStrokesPerPixel) * (static_cast<long long>(limit) + 1) + 16;
     long long strokes = 0;
+    KivString element;
     // 6. One element per stroke, repeating the pattern, until x passes the width.
     for (;;) {
-        const double v = cursor.left(separator).toDouble(false);
-        cursor = cursor.right(cursor.length() - separator - 1);
-        if (cursor.find(comma, 0) < 0) cursor = pattern;  // the pattern repeats
+        const double v = element.copy(pattern, start, next - start).toDouble(false);
+        start = next + 1;
+        next = pattern.find(comma, start);
+        if (next < 0) {  // the pattern repeats
+            start = 0;
+            next = pattern.find(comma, 0);
+        }
         bool last = false;
         const bool pen = !(v < -0.0001);
         if (v > 0.0001) x = x + v;        // a dash
@@ -55,8 +62,7 @@ int KivStrokeLinetypeSample(IKivDC& dc, const KivString& definition, int y, doub
         else dc.moveTo(device(x), y);
         ++strokes;
         if (last || strokes >= budget) break;
-        separator = cursor.find(comma, 0);
-        if (separator <= 0) break;
+        if (next - start <= 0) break;  // an empty element ends the sample
     }
     return static_cast<int>(strokes);
 }

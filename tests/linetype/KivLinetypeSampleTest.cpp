@@ -97,3 +97,18 @@ TEST(KivLinetypeSample, ATinyDashStopsAtTheStrokeGuardNotAtTheEnd) {
     EXPECT_EQ(KivStrokeLinetypeSample(fine, KivString(u"A,.0625,-.0625"), 0, 10.0), 161);
     EXPECT_EQ(fine.calls.back(), "LineTo(10,0)");
 }
+
+TEST(KivLinetypeSample, ALongDefinitionDrawsItsElementsInTurnLikeItsShortForm) {
+    // Four thousand repeats of one dash and one gap: the same strokes as the dash and gap alone (the
+    // walk moves along the line element by element and starts it again at its end).
+    std::u16string longForm = u"A,";
+    for (int i = 0; i < 4000; ++i) longForm += u"1.5,-0.5,";
+    longForm.pop_back();
+    RecordingDC shortDc, longDc;
+    KivStrokeLinetypeSample(shortDc, KivString(u"A,1.5,-0.5"), 4, 300.0);
+    KivStrokeLinetypeSample(longDc, KivString(longForm), 4, 300.0);
+    EXPECT_EQ(longDc.calls, shortDc.calls);
+    EXPECT_EQ(longDc.calls.back(), "LineTo(300,4)");  // the dash after the 150th gap ends at the width
+    // A line that ends in an empty element ends the sample there, wherever the element lies.
+    EXPECT_EQ(strokes(u"A,3,,-2", 0, 50.0), (Calls{"MoveTo(0,0)", "LineTo(3,0)"}));
+}
