@@ -14,6 +14,8 @@ packages=(
   libpng-dev optipng
   # benchmarks (bench/)
   libbenchmark-dev
+  # fuzzing (tests/fuzz/, tools/fuzz.sh): clang's libFuzzer with AddressSanitizer and UBSan
+  clang libfuzzer-14-dev
   # a German locale, to prove number parsing does not depend on the process locale
   locales-all
 )
