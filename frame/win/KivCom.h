@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <new>
 #include <utility>
 
 // ---- Module state: the module handle, live objects and server locks. ----
@@ -18,6 +19,21 @@ void objectDestroyed();
 void lock(bool lock);
 bool canUnload();  // no object and no lock alive
 }  // namespace kivmodule
+
+// ---- No exception leaves the module. ----
+// Runs `body` (returning an HRESULT) and turns a C++ exception into a failure code: nothing may
+// unwind into a container's or the system's frames, where it would end the host's process. The only
+// exception the module's code can raise is an allocation failure of a standard container.
+template <class Body>
+HRESULT KivNoThrow(Body&& body) noexcept {
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
 
 // ---- ComPtr: owns one reference. ----
 template <class T>

@@ -110,7 +110,15 @@ LRESULT CALLBACK KivOleControl::windowProc(HWND hwnd, UINT msg, WPARAM wParam, L
         self->m_hwnd = nullptr;
         return DefWindowProcW(hwnd, msg, wParam, lParam);
     }
-    return self->onMessage(msg, wParam, lParam);
+    // A message whose handling fails (only an allocation can) is handled as the system would: a
+    // window whose creation fails is not created, any other message gets the default handling.
+    LRESULT result = 0;
+    const HRESULT hr = KivNoThrow([&] {
+        result = self->onMessage(msg, wParam, lParam);
+        return S_OK;
+    });
+    if (SUCCEEDED(hr)) return result;
+    return msg == WM_CREATE ? -1 : DefWindowProcW(hwnd, msg, wParam, lParam);
 }
 
 LRESULT KivOleControl::onMessage(UINT msg, WPARAM wParam, LPARAM lParam) {

@@ -292,9 +292,11 @@ template <class Control>
 HRESULT KivCreateControl(REFIID riid, void** out) {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
-    auto* control = new (std::nothrow) Control();
-    if (control == nullptr) return E_OUTOFMEMORY;
-    const HRESULT hr = control->QueryInterface(riid, out);
-    control->Release();
-    return hr;
+    return KivNoThrow([&] {
+        auto* control = new (std::nothrow) Control();  // its constructor may still throw: caught
+        if (control == nullptr) return E_OUTOFMEMORY;
+        const HRESULT hr = control->QueryInterface(riid, out);
+        control->Release();
+        return hr;
+    });
 }

@@ -93,8 +93,15 @@ STDMETHODIMP KivConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
             FAILED(sink->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&itf))) || itf == nullptr)
             return CONNECT_E_CANNOTCONNECT;
     }
+    const HRESULT hr = KivNoThrow([&] {
+        m_connections.push_back(Connection{m_nextCookie, itf});  // holds the reference QueryInterface gave
+        return S_OK;
+    });
+    if (FAILED(hr)) {
+        itf->Release();
+        return hr;
+    }
     *cookie = m_nextCookie++;
-    m_connections.push_back(Connection{*cookie, itf});  // holds the reference QueryInterface gave
     return S_OK;
 }
 

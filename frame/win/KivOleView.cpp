@@ -31,8 +31,10 @@ STDMETHODIMP KivOleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
     if (draw == nullptr) return E_INVALIDARG;
     if (bounds == nullptr && m_hwnd == nullptr) return E_INVALIDARG;
-    paint(draw, bounds != nullptr ? KivRect{bounds->left, bounds->top, bounds->right, bounds->bottom} : clientRect());
-    return S_OK;
+    return KivNoThrow([&] {
+        paint(draw, bounds != nullptr ? KivRect{bounds->left, bounds->top, bounds->right, bounds->bottom} : clientRect());
+        return S_OK;
+    });
 }
 
 // Not implemented: no palette.
