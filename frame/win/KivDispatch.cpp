@@ -42,6 +42,7 @@ HRESULT KivInvoke(const KivDispInterface& itf, void* self, DISPID dispid, WORD f
     if (params == nullptr) params = &none;
     if (params->cArgs > 0 && params->rgvarg == nullptr) return E_INVALIDARG;
     if (params->cNamedArgs > 0 && params->rgdispidNamedArgs == nullptr) return E_INVALIDARG;
+    if (params->cNamedArgs > params->cArgs) return E_INVALIDARG;  // each name names one of the arguments
 
     KivVariant scratchResult;
     VARIANT* out = result != nullptr ? result : &scratchResult.v;

@@ -42,10 +42,11 @@ STDMETHODIMP KivOleControl::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, L
     return KivGetIDsOfNames(*m_class.dispatch, names, count, ids);
 }
 
-STDMETHODIMP KivOleControl::Invoke(DISPID dispid, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+STDMETHODIMP KivOleControl::Invoke(DISPID dispid, REFIID riid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
                                    EXCEPINFO*, UINT* argErr) {
+    if (riid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;  // reserved: IDispatch callers pass IID_NULL
     KivComPtr<IDispatch> keepAlive(this);  // a handler may release the container's last reference
-    return KivInvoke(*m_class.dispatch, this, dispid, flags, params, result, argErr);
+    return KivNoThrow([&] { return KivInvoke(*m_class.dispatch, this, dispid, flags, params, result, argErr); });
 }
 
 // ---- Stock properties and ambients
