@@ -17,4 +17,9 @@ public:
 
     // Test hook: the next `count` calls of allocateArray fail (return nullptr).
     static void failNextAllocations(int count);
+    // Test hook: only the `nth` call of allocateArray from now on fails (1: the next one), once; 0
+    // cancels it. With allocationCalls, a test can fail each allocation of a task in turn.
+    static void failAllocationNumber(long nth);
+    // Test hook: the calls of allocateArray so far that asked for a block (the ones that can fail).
+    static long allocationCalls();
 };

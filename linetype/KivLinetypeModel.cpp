@@ -120,27 +120,37 @@ void KivLinetypeModel::insertLoadedItem(KivLinetypeItem item) {
     // 4. The row: at its sorted place in the combo, at the end in the list box.
     const int rowsBefore = items.getLogicalLength();
     if (m_placement == Placement::Appended || row > rowsBefore) row = rowsBefore;
-    items.insertAt(row, item);
-    if (items.getLogicalLength() == rowsBefore) {  // no memory: take the name back out, nothing changes
+    auto takeNameBack = [&] {
         for (int k = 0; k < sortedNames.getLogicalLength(); ++k) {
             if (sortedNames[k] == givenName) {
                 sortedNames.removeAt(k);
                 break;
             }
         }
+    };
+    items.insertAt(row, item);
+    if (items.getLogicalLength() == rowsBefore) {  // no memory: take the name back out, nothing changes
+        takeNameBack();
         return;
     }
     if (m_placement == Placement::Appended) rows().addString(item.name);
     else rows().insertString(row, item.name);
     // The definition at the same index, where the definition array already covers the row.
-    if (row <= definitions.getLogicalLength()) definitions.insertAt(row, item.definition);
+    const int definitionsBefore = definitions.getLogicalLength();
+    if (row <= definitionsBefore) {
+        definitions.insertAt(row, item.definition);
+        if (definitions.getLogicalLength() == definitionsBefore) {
+            // No memory: every row after this one would be drawn with its predecessor's definition.
+            // The whole insertion is taken back instead: nothing changes.
+            rows().deleteString(row);
+            items.removeAt(row);
+            takeNameBack();
+        }
+    }
 }
 
 void KivLinetypeModel::defineFixedRow(int row, const KivString& name, const KivString& definition) {
-    if (items.isValid(row)) {
-        items.removeAt(row);
-        items.insertAt(row, KivLinetypeItem{name, definition});
-    }
+    if (items.isValid(row)) items[row] = KivLinetypeItem{name, definition};  // in place: nothing to allocate
     rows().deleteString(row);
     rows().insertString(row, name);
     // Kept: the definition array receives the name, not the definition (unlike DefineLinetype), as

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <vector>
 
 #include "KivMemoryControllerController.h"
 
@@ -31,6 +32,28 @@ TEST(KivMemoryControllerController, RefusesEmptyAndOversizedRequests) {
 TEST(KivMemoryControllerController, InjectedFailuresFailTheNextAllocationsOnly) {
     KivMemoryControllerController::failNextAllocations(1);
     EXPECT_EQ(KivMemoryControllerController::allocateArray(1, 8), nullptr);
+    unsigned char* block = KivMemoryControllerController::allocateArray(1, 8);
+    EXPECT_NE(block, nullptr);
+    KivMemoryControllerController::deallocateArray(block);
+}
+
+TEST(KivMemoryControllerController, AnInjectedFailureByNumberFailsThatCallOnlyAndCallsAreCounted) {
+    const long before = KivMemoryControllerController::allocationCalls();
+    KivMemoryControllerController::failAllocationNumber(3);
+    std::vector<bool> failed;
+    for (int i = 0; i < 5; ++i) {
+        unsigned char* block = KivMemoryControllerController::allocateArray(2, 8);
+        failed.push_back(block == nullptr);
+        KivMemoryControllerController::deallocateArray(block);
+    }
+    EXPECT_EQ(failed, (std::vector<bool>{false, false, true, false, false}));
+    EXPECT_EQ(KivMemoryControllerController::allocationCalls() - before, 5);
+    // Requests refused before any allocation are not counted and do not use up the injected failure.
+    KivMemoryControllerController::failAllocationNumber(1);
+    EXPECT_EQ(KivMemoryControllerController::allocateArray(0, 8), nullptr);
+    EXPECT_EQ(KivMemoryControllerController::allocationCalls() - before, 5);
+    EXPECT_EQ(KivMemoryControllerController::allocateArray(1, 8), nullptr);
+    KivMemoryControllerController::failAllocationNumber(0);
     unsigned char* block = KivMemoryControllerController::allocateArray(1, 8);
     EXPECT_NE(block, nullptr);
     KivMemoryControllerController::deallocateArray(block);
