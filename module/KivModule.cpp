@@ -133,6 +133,25 @@ const KivFactoryEntry* KivFindFactory(const CLSID& clsid) {
     return nullptr;
 }
 
+#if defined(__GLIBCXX__)
+// GCC's C++ runtime, linked into the module, sets aside a block at load for exceptions thrown when
+// memory is out, and keeps it for the process's life; it offers this function to give it back.
+namespace __gnu_cxx {
+void __freeres() noexcept;
+}
+#endif
+
+namespace {
+// What the C++ runtime linked into the module holds for its own use, given back when the module is
+// unloaded: a host that loads and frees the module again and again must not lose that much memory
+// each time. (The MSVC runtime needs nothing of the kind.)
+void KivReleaseRuntimeReserves() {
+#if defined(__GLIBCXX__)
+    __gnu_cxx::__freeres();
+#endif
+}
+}  // namespace
+
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     if (reason == DLL_PROCESS_ATTACH) {
         kivmodule::setInstance(instance);
@@ -140,6 +159,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     } else if (reason == DLL_PROCESS_DETACH && reserved == nullptr) {
         // FreeLibrary (not process exit): the window class must not outlive its procedure.
         KivUnregisterControlWindowClass();
+        KivReleaseRuntimeReserves();
     }
     return TRUE;
 }

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
 # test run once per parameter): every cited test must exist in
-# tests/ (and every cited ctest name `win.*` / `repo.*` in a CMakeLists.txt), so the catalogue
+# tests/ (every cited ctest name `win.*` / `repo.*` in a CMakeLists.txt, every `fuzz.<target>` in
+# tests/fuzz/targets.txt), so the catalogue
 # cannot name a test that was renamed or removed. Exits 1 listing the missing names.
 set -uo pipefail
 root=${1:-$(cd "$(dirname "$0")/.." && pwd)}
@@ -16,6 +17,9 @@ while read -r name; do
     stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
     grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||
       grep -rqF --include=CMakeLists.txt -e "$stem\${" . || { echo "missing ctest: $name"; missing=1; } ;;
+  fuzz)
+    if [ "$test" = "*" ]; then [ -s tests/fuzz/targets.txt ] || { echo "missing fuzz targets: $name"; missing=1; }
+    else grep -qE "^$test[[:space:]]" tests/fuzz/targets.txt || { echo "missing fuzz target: $name"; missing=1; }; fi ;;
   */*)
     # A parameterised test: its TEST_P and the instantiation that names it.
     prefix=${suite%%/*}
