@@ -38,7 +38,10 @@ run_one() {
   local corpus=$build/corpus-long/$name findings=$build/findings-long/$name/ log=$build/fuzz-long-$name.log
   mkdir -p "$corpus" "$findings"
   local start=$SECONDS
-  TMPDIR=$scratch "$build/tests/fuzz/$name" -runs="$runs" -max_len="$maxlen" -timeout=10 -rss_limit_mb=2048 \
+  # The time limit per input is wall-clock time: generous, so that targets run side by side on a
+  # busy machine are not taken for hangs (the slowest real input takes about a third of a second
+  # alone; it is among the seeds of the short runs, which keep a tighter limit).
+  TMPDIR=$scratch "$build/tests/fuzz/$name" -runs="$runs" -max_len="$maxlen" -timeout=60 -rss_limit_mb=2048 \
     -print_final_stats=1 -artifact_prefix="$findings" "$corpus" "${seeds[@]}" > "$log" 2>&1
   local rc=$? executed seconds
   executed=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)

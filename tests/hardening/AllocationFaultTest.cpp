@@ -141,6 +141,12 @@ void linetypeTask(Control& ctrl, const Utl& utl, FakeComboBox& box, const std::v
     expectRowsInStep(ctrl, utl, box);
 }
 
+// The combo and the list differ in how their child is created and named.
+void create(CKivLinetypeCtrl& ctrl, FakeComboBox& box) { ctrl.OnCreate(box, 21); }
+void create(CKivLinetypeListCtrl& ctrl, FakeComboBox& box) { ctrl.OnCreate(box); }
+const CKivLinetypeComboBoxUtl& childOf(const CKivLinetypeCtrl& ctrl) { return ctrl.comboBox; }
+const CKivLinetypeListBoxUtl& childOf(const CKivLinetypeListCtrl& ctrl) { return ctrl.listBox; }
+
 class AllocationFaults : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -156,35 +162,31 @@ protected:
         names.resize(12);
         return names;
     }
+    // The linetype task in a control whose child exists, failing each allocation in turn.
+    template <class Control>
+    void failEachAllocationOfAnActiveControl() {
+        const std::vector<std::string> names = linetypeNames();
+        failEachAllocationInTurn(
+            [&](const std::function<void()>& memoryBack) {
+                RecordingSite site;
+                FakeComboBox box;
+                Control ctrl(site);
+                create(ctrl, box);
+                linetypeTask(ctrl, childOf(ctrl), box, names, lin, memoryBack);
+            },
+            10);
+    }
     const DataFile lin = dataFile("lin/qcad__qcadiso.lin", "qcad__qcadiso.lin");
 };
 
 }  // namespace
 
 TEST_F(AllocationFaults, InTheLinetypeComboEachFailureIsReportedAndNoRowIsCorrupted) {
-    const std::vector<std::string> names = linetypeNames();
-    failEachAllocationInTurn(
-        [&](const std::function<void()>& memoryBack) {
-            RecordingSite site;
-            FakeComboBox box;
-            CKivLinetypeCtrl ctrl(site);
-            ctrl.OnCreate(box, 21);
-            linetypeTask(ctrl, ctrl.comboBox, box, names, lin, memoryBack);
-        },
-        10);
+    failEachAllocationOfAnActiveControl<CKivLinetypeCtrl>();
 }
 
 TEST_F(AllocationFaults, InTheLinetypeListEachFailureIsReportedAndNoRowIsCorrupted) {
-    const std::vector<std::string> names = linetypeNames();
-    failEachAllocationInTurn(
-        [&](const std::function<void()>& memoryBack) {
-            RecordingSite site;
-            FakeComboBox box;
-            CKivLinetypeListCtrl ctrl(site);
-            ctrl.OnCreate(box);
-            linetypeTask(ctrl, ctrl.listBox, box, names, lin, memoryBack);
-        },
-        10);
+    failEachAllocationOfAnActiveControl<CKivLinetypeListCtrl>();
 }
 
 TEST_F(AllocationFaults, LinetypesLoadedBeforeTheWindowExistsKeepTheirRowsInStepWhateverFails) {
