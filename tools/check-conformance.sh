@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
 # test run once per parameter): every cited test must exist in
-# tests/ (every cited ctest name `win.*` / `repo.*` in a CMakeLists.txt, every `fuzz.<target>` in
+# tests/ (every cited ctest name `win.*` / `repo.*` / `tool.*` in a CMakeLists.txt, every `fuzz.<target>` in
 # tests/fuzz/targets.txt), so the catalogue
 # cannot name a test that was renamed or removed. Exits 1 listing the missing names.
 set -uo pipefail
@@ -12,7 +12,7 @@ while read -r name; do
   suite=${name%%.*}
   test=${name#*.}
   case $suite in
-  win|repo)
+  win|repo|tool)
     # Literally, or as a name built in a loop (win.foundation_tests.dpi${dpi} for ...dpi96).
     stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
     grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||

@@ -12,6 +12,8 @@ packages=(
   wine64 wine xvfb x11-utils
   # pictures of the controls (optipng: the README's pictures, made by tools/demo.sh --pictures)
   libpng-dev optipng
+  # kivdoctor's contact sheet (tools/kivdoctor/): its labels' font library and font
+  libfreetype-dev fonts-dejavu-core
   # benchmarks (bench/)
   libbenchmark-dev
   # fuzzing (tests/fuzz/, tools/fuzz.sh): clang's libFuzzer with AddressSanitizer and UBSan
