@@ -100,8 +100,10 @@ double KivHatchNormalisedAngle(double angle) {
     double theta = angle;
     if (!std::isfinite(theta)) return theta;  // no band holds it: nothing is drawn
     // Whole turns are added one at a time, as the earlier module did; an angle beyond a million
-    // degrees below zero (never in a real file) gets its turns in one step.
-    if (theta < -1.0e6) theta += 360.0 * std::ceil((-0.05 - theta) / 360.0);
+    // degrees below zero (never in a real file) gets its turns at once, as the exact remainder of a
+    // division by 360 (adding a computed number of turns is rounded at such magnitudes and can land
+    // far from the circle).
+    if (theta < -1.0e6) theta = std::fmod(theta, 360.0);  // in (-360, 0]
     while (theta < -0.05) theta += 360.0;
     return theta;
 }

@@ -149,6 +149,29 @@ TEST(KivHatchDrawing, AnglesAreNormalisedByAddingWholeTurnsOnly) {
     EXPECT_LT(KivHatchNormalisedAngle(-1e300), 360.0);
 }
 
+// Found by fuzzing: for -6e28, adding the turns in one step left -8.8e12 (the sum is rounded at
+// that magnitude), and the loop of single turns after it ran for hours. Every huge negative angle
+// now comes out inside one turn, and a family at such an angle is drawn in bounded time.
+TEST(KivHatchDrawing, HugeNegativeAnglesComeOutInsideOneTurn) {
+    for (int exponent = 7; exponent < 300; ++exponent) {
+        for (double mantissa : {1.0, 1.3, 2.5, 6.0, 7.77, 9.99}) {
+            const double angle = -mantissa * std::pow(10.0, exponent);
+            const double theta = KivHatchNormalisedAngle(angle);
+            EXPECT_GE(theta, -0.05) << angle;
+            EXPECT_LT(theta, 360.0) << angle;
+        }
+    }
+    KivArray<HatchLineFamily> families;
+    HatchLineFamily family;
+    family.angle = -6e28;
+    family.deltaY = 1.0;
+    families.append(family);
+    KivArray<double> dashes;
+    CountingDC dc;
+    const KivHatchPaint paint = DrawHatch(dc, KivRect{0, 0, 200, 150}, families, dashes, KivHatchStyle{});
+    EXPECT_FALSE(paint.guardStopped);
+}
+
 TEST(KivHatchDrawing, TheBandBoundsAndAnglesOf360AndMoreDrawNothing) {
     for (double angle : {0.05, 89.95, 90.05, 179.95, 180.05, 269.95, 270.05, 359.95, 359.99, 360.0, 450.0, 1e6}) {
         SCOPED_TRACE(angle);
