@@ -5,7 +5,8 @@
 # private Xvfb. Either way one screenshot of the dialog, the colour and linetype lists dropped open,
 # is saved and its path printed.
 #   tools/demo.sh [--pictures FOLDER]   --pictures: also save one PNG per control and the screenshot
-#                                       there, compressed (the README's pictures, docs/images)
+#                                       there, compressed (the README's pictures, docs/images), and
+#                                       headless the screenshot at 144 and 192 dpi too
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 cd "$top"
@@ -39,6 +40,12 @@ else
   tools/wine-env.sh run "$build" regsvr32 /s "Z:$ocx"
   tools/wine-env.sh run "$build" "$demo" --screenshot "Z:$shot" "${pictures[@]}"
   echo "screenshot: $shot"
+  if [ -n "$folder" ]; then
+    # The same dialog at the two higher screen scales, one screenshot each.
+    for dpi in 144 192; do
+      tools/wine-env.sh dpi-run "$build" "$dpi" "$demo" --screenshot "Z:$folder/demo-all-controls-$dpi.png"
+    done
+  fi
 fi
 if [ -n "$folder" ]; then
   cp "$shot" "$folder/"

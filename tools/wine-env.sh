@@ -28,7 +28,7 @@ setup)
   mkdir -p "$state"
   if ! { [ -f "$state/xvfb.pid" ] && kill -0 "$(cat "$state/xvfb.pid")" 2>/dev/null; }; then
     exec 3> "$state/display.tmp"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp > "$state/xvfb.log" 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp > "$state/xvfb.log" 2>&1 &
     echo $! > "$state/xvfb.pid"
     exec 3>&-
     for _ in $(seq 100); do [ -s "$state/display.tmp" ] && break; sleep 0.1; done

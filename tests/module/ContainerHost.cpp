@@ -162,8 +162,16 @@ void Hosted::mousePick(int index) {
         GetComboBoxInfo(child, &info);
         list = info.hwndList;
     }
-    RECT item{};
+    // An item below the visible part (fewer show at higher scales) is scrolled into view first, as a
+    // user would.
+    RECT item{}, client{};
     SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+    GetClientRect(list, &client);
+    if (item.top < 0 || item.bottom > client.bottom) {
+        SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
+        pumpMessages(30);
+        SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+    }
     const LPARAM point = MAKELPARAM(item.left + 5, (item.top + item.bottom) / 2);
     SendMessageW(list, WM_MOUSEMOVE, 0, point);
     SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, point);

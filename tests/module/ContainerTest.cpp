@@ -231,11 +231,15 @@ TEST_F(Container, ResizingMovesTheComboToTheDroppedHeight) {
     RECT combo;
     GetWindowRect(h.combo, &combo);
     EXPECT_EQ(combo.right - combo.left, 250);
-    // The combo was moved to a height of CKivDpi::scale(140) = 140 at 96 dpi; the platform keeps that
-    // height as its closed field plus its dropped list (CB_GETDROPPEDCONTROLRECT).
+    // The combo was moved to a height of 140 pixels at 96 dpi, scaled to the screen's dpi (210 at
+    // 144, 280 at 192); the platform keeps that height as its closed field plus its dropped list
+    // (CB_GETDROPPEDCONTROLRECT).
     RECT dropped;
     SendMessageW(h.combo, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
-    EXPECT_EQ((dropped.bottom - dropped.top) + (combo.bottom - combo.top), 140);
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ((dropped.bottom - dropped.top) + (combo.bottom - combo.top), MulDiv(140, dpi, 96));
 }
 
 // ---- Design mode and user mode, through IViewObject::Draw into a memory bitmap.

@@ -240,13 +240,20 @@ TEST_P(Module, SavedInOneContainerReloadedInAnother) {
         ASSERT_FALSE(saved.empty());
     }
     // ...reloaded in ours, where it saves the same bytes again but for the extent (bytes 4 to 11
-    // after the version), which is the new container's: 220 x 21 pixels in HIMETRIC at 96 dpi.
+    // after the version), which is the new container's: 220 x 21 pixels in HIMETRIC at the screen's
+    // dpi (5821 x 556 at 96).
     KivControlHost host(dialog.hwnd, RECT{10, 10, 230, 31});
     ASSERT_EQ(host.create(clsid, &saved), S_OK);
     std::vector<BYTE> expected = saved;
     ASSERT_GE(expected.size(), 12u);
-    const BYTE ourExtent[8] = {0xBD, 0x16, 0x00, 0x00, 0x2C, 0x02, 0x00, 0x00};  // 5821, 556
-    std::copy(ourExtent, ourExtent + 8, expected.begin() + 4);
+    HDC screen = GetDC(nullptr);
+    const int dpiX = GetDeviceCaps(screen, LOGPIXELSX), dpiY = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    const LONG cx = MulDiv(220, 2540, dpiX), cy = MulDiv(21, 2540, dpiY);
+    for (int i = 0; i < 4; ++i) {
+        expected[4 + static_cast<std::size_t>(i)] = static_cast<BYTE>((cx >> (8 * i)) & 0xFF);
+        expected[8 + static_cast<std::size_t>(i)] = static_cast<BYTE>((cy >> (8 * i)) & 0xFF);
+    }
     EXPECT_EQ(host.save(), expected);
     if (c.hasEnabled) {
         EXPECT_FALSE(enabledOf(host.dispatch()));

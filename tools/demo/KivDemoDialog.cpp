@@ -60,7 +60,7 @@ HWND KivDemoDialog::createFrame(bool visible) {
         return RegisterClassW(&wc);
     }();
     (void)atom;
-    RECT r{0, 0, kKivDemoWidth, kKivDemoHeight};
+    RECT r{0, 0, KivDemoScale(kKivDemoWidth), KivDemoScale(kKivDemoHeight)};
     const DWORD style = WS_OVERLAPPEDWINDOW | (visible ? WS_VISIBLE : 0);
     AdjustWindowRect(&r, style, FALSE);
     HWND frame = CreateWindowExW(0, L"KivDemoFrame", L"KivLorqControls - the six controls", style, 40, 40,
@@ -68,6 +68,20 @@ HWND KivDemoDialog::createFrame(bool visible) {
     // Closing the visible dialog ends the demo's message loop.
     SetWindowLongPtrW(frame, GWLP_USERDATA, visible ? 1 : 0);
     return frame;
+}
+
+int KivDemoScale(int length) {
+    static const int dpi = [] {
+        HDC screen = GetDC(nullptr);
+        const int d = GetDeviceCaps(screen, LOGPIXELSY);
+        ReleaseDC(nullptr, screen);
+        return d > 0 ? d : 96;
+    }();
+    return MulDiv(length, dpi, 96);
+}
+
+RECT KivDemoScale(const RECT& r) {
+    return RECT{KivDemoScale(r.left), KivDemoScale(r.top), KivDemoScale(r.right), KivDemoScale(r.bottom)};
 }
 
 KivDemoDialog::KivDemoDialog(bool visible) : m_frame(createFrame(visible)) {
@@ -93,7 +107,8 @@ KivDemoDialog::~KivDemoDialog() {
 }
 
 HWND KivDemoDialog::label(const wchar_t* text, int x, int y, int width) {
-    HWND l = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE, x, y, width, 16, m_frame, nullptr,
+    HWND l = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE, KivDemoScale(x), KivDemoScale(y),
+                             KivDemoScale(width), KivDemoScale(16), m_frame, nullptr,
                              GetModuleHandleW(nullptr), nullptr);
     SendMessageW(l, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     return l;

@@ -20,6 +20,10 @@ struct KivDemoContent {
     double zoom = 2.0;     // the hatch preview's zoom factor
 };
 
+// A length or a rectangle laid out at 96 dpi, at the screen's dpi (as MulDiv rounds).
+int KivDemoScale(int length);
+RECT KivDemoScale(const RECT& rect);
+
 class KivDemoDialog {
 public:
     // The child ids of the owner-drawn lists inside the controls.
@@ -48,12 +52,13 @@ private:
     HWND m_status = nullptr;
 
 public:
-    KivControlHost colour{m_frame, RECT{12, 24, 220, 45}};
-    KivControlHost linetype{m_frame, RECT{236, 24, 468, 45}};
-    KivControlHost lineweight{m_frame, RECT{484, 24, 692, 45}};
-    KivControlHost hatch{m_frame, RECT{12, 212, 220, 342}};
-    KivControlHost linetypeList{m_frame, RECT{236, 212, 468, 342}};
-    KivControlHost layer{m_frame, RECT{484, 212, 692, 342}};
+    // Laid out in pixels at 96 dpi, scaled to the screen's dpi.
+    KivControlHost colour{m_frame, KivDemoScale(RECT{12, 24, 220, 45})};
+    KivControlHost linetype{m_frame, KivDemoScale(RECT{236, 24, 468, 45})};
+    KivControlHost lineweight{m_frame, KivDemoScale(RECT{484, 24, 692, 45})};
+    KivControlHost hatch{m_frame, KivDemoScale(RECT{12, 212, 220, 342})};
+    KivControlHost linetypeList{m_frame, KivDemoScale(RECT{236, 212, 468, 342})};
+    KivControlHost layer{m_frame, KivDemoScale(RECT{484, 212, 692, 342})};
 
 private:
     class StatusSink;
@@ -61,5 +66,5 @@ private:
     std::vector<std::pair<KivComPtr<IConnectionPoint>, DWORD>> m_connections;
 };
 
-// The client size of the demo dialog.
+// The client size of the demo dialog at 96 dpi (scaled like everything in it).
 constexpr int kKivDemoWidth = 704, kKivDemoHeight = 372;
