@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# docs/conformance.md cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
+# docs/conformance.md (and docs/hosting.md, in square brackets) cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
 # test run once per parameter): every cited test must exist in
 # tests/ (every cited ctest name `win.*` / `repo.*` / `tool.*` in a CMakeLists.txt, every `fuzz.<target>` in
 # tests/fuzz/targets.txt), so the catalogue
@@ -14,9 +14,11 @@ while read -r name; do
   case $suite in
   win|repo|tool)
     # Literally, or as a name built in a loop (win.foundation_tests.dpi${dpi} for ...dpi96).
+    # A script test is named by its function: win.script.X is kiv_add_script_test(X ...).
     stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
     grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||
-      grep -rqF --include=CMakeLists.txt -e "$stem\${" . || { echo "missing ctest: $name"; missing=1; } ;;
+      grep -rqF --include=CMakeLists.txt -e "$stem\${" . ||
+      grep -rqF --include=CMakeLists.txt -e "kiv_add_script_test(${name#win.script.} " . || { echo "missing ctest: $name"; missing=1; } ;;
   fuzz)
     if [ "$test" = "*" ]; then [ -s tests/fuzz/targets.txt ] || { echo "missing fuzz targets: $name"; missing=1; }
     else grep -qE "^$test[[:space:]]" tests/fuzz/targets.txt || { echo "missing fuzz target: $name"; missing=1; }; fi ;;
@@ -35,6 +37,10 @@ while read -r name; do
       grep -rqE "TEST(_F)?\($suite, $test\)" tests || { echo "missing test: $name"; missing=1; }
     fi ;;
   esac
-done < <(grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
+done < <( {
+  grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md
+  # The hosting guide cites its tests in square brackets.
+  tr '\n' ' ' < docs/hosting.md | grep -oE '\[`[^]]*\]' | grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`'
+} | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
 [ $missing -eq 0 ] && echo "check-conformance: every cited test exists"
 exit $missing
