@@ -18,13 +18,6 @@ namespace {
 
 std::string g_file;
 
-class NullSite : public IKivControlSite {
-public:
-    void fireEvent(int, const std::vector<KivEventArg>&) override {}
-    void setModifiedFlag(bool) override {}
-    void setFocus() override {}
-    void redraw() override {}
-};
 
 // The last header of the file, so that the search runs through the whole content.
 KivString lastHeaderName(const std::string& path) {
@@ -59,7 +52,7 @@ void LoadLinetype(benchmark::State& state) {
     const KivString folder(path.parent_path().u8string().c_str());
     const KivString file(path.filename().u8string().c_str());
     const KivString name = lastHeaderName(g_file);
-    NullSite site;
+    KivNullControlSite site;
     for (auto _ : state) {
         CKivLinetypeCtrl control(site);
         control.SetSupportPath(folder);

@@ -26,3 +26,13 @@ public:
     // RDW_UPDATENOW), and a windowless view told of the change.
     virtual void redraw() = 0;
 };
+
+// A site for a control that runs without a container (a tool that loads or draws with the controls'
+// own code, a benchmark): events, the modified flag, focus and redraws go nowhere.
+class KivNullControlSite : public IKivControlSite {
+public:
+    void fireEvent(int, const std::vector<KivEventArg>&) override {}
+    void setModifiedFlag(bool) override {}
+    void setFocus() override {}
+    void redraw() override {}
+};

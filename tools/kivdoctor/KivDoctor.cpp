@@ -18,14 +18,6 @@ namespace {
 
 KivString mid(const KivString& text, int from, int count) { return KivString().copy(text, from, count); }
 
-// The controls run without a container: events and the modified flag go nowhere.
-class QuietSite : public IKivControlSite {
-public:
-    void fireEvent(int, const std::vector<KivEventArg>&) override {}
-    void setModifiedFlag(bool) override {}
-    void setFocus() override {}
-    void redraw() override {}
-};
 
 std::string quoted(const std::string& s) { return "\"" + s + "\""; }
 
@@ -72,6 +64,25 @@ const KivDoctorHeader* ownHeader(const std::vector<KivDoctorHeader>& headers, co
     for (const KivDoctorHeader& h : headers)
         if (upperAscii(h.name) == upperAscii(name)) return &h;
     return nullptr;
+}
+
+// Why a key search finds nothing, or finds the wrong header, shared by both kinds of library:
+// empty when it finds the entry's own header. `what` names the searcher and `outcome` what the
+// control then shows.
+std::string keyReason(const KivDoctorFile& file, const KivDoctorHeader* own, const std::string& key, int keyPosition,
+                      int matchLine, const std::string& what, const std::string& outcome) {
+    if (keyPosition < 0) {
+        if (own != nullptr && upperAscii(own->name) != own->name)
+            return "The header on line " + std::to_string(own->line) + " is not written in capitals: the control looks for " +
+                   quoted(key) + " and the file never says that.";
+        return "The file has no header " + quoted(key) + ".";
+    }
+    if (keyPosition == 0)
+        return "The header is at the very first byte of the file (line 1), where the control never finds a match: start the file with a comment line.";
+    if (own == nullptr || keyPosition != own->position)
+        return what + " for " + quoted(key) + " first matches line " + std::to_string(matchLine) + " (" +
+               quoted(shown(lineOf(file.content, keyPosition))) + "), " + outcome;
+    return std::string();
 }
 
 std::string number(double v) {
@@ -173,7 +184,7 @@ std::vector<KivLinetypeFinding> KivDiagnoseLinetypes(const KivDoctorFile& file, 
         }
 
         // What the control does: a fresh control, pointed at the file, asked to load the name.
-        QuietSite site;
+        KivNullControlSite site;
         CKivLinetypeCtrl control(site);
         control.SetSupportPath(file.folder);
         control.SetLinetypeFile(file.name);
@@ -191,25 +202,19 @@ std::vector<KivLinetypeFinding> KivDiagnoseLinetypes(const KivDoctorFile& file, 
         if (upper == "BYLAYER" || upper == "BYBLOCK" || upper == "CONTINUOUS") {
             f.reason = upper + " is one of the three rows every linetype control already has (ByLayer, ByBlock, "
                                "Continuous): loading it keeps that row and adds none.";
-        } else if (lookup.keyPosition < 0) {
-            if (own != nullptr && upperAscii(own->name) != own->name)
-                f.reason = "The header on line " + std::to_string(own->line) + " is not written in capitals: the control looks for " +
-                           quoted(key) + " and the file never says that.";
-            else
-                f.reason = "The file has no header " + quoted(key) + ".";
-        } else if (lookup.keyPosition == 0) {
-            f.reason = "The header is at the very first byte of the file (line 1), where the control never finds a match: start the file with a comment line.";
-        } else if (own == nullptr || lookup.keyPosition != own->position) {
-            f.reason = "The control's lookup for " + quoted(key) + " first matches line " + std::to_string(f.matchLine) + " (" +
-                       quoted(shown(lineOf(file.content, lookup.keyPosition))) +
-                       "), an earlier entry whose name begins with the same letters: the row is drawn with the definition that follows it.";
-        } else if (lookup.definitionStart < 0) {
-            f.reason = "No definition line (\"A,...\") follows the header on line " + std::to_string(own->line) +
-                       ": the row is drawn without a sample.";
-        } else if (f.definition != f.ownDefinition) {
-            f.reason = "The line after the header on line " + std::to_string(own->line) +
-                       " is not a definition (\"A,...\"): the row takes the next one in the file, on line " +
-                       std::to_string(lineAt(file.content, lookup.definitionStart)) + ".";
+        } else {
+            f.reason = keyReason(file, own, key, lookup.keyPosition, f.matchLine, "The control's lookup",
+                                 "an earlier entry whose name begins with the same letters: the row is drawn with the "
+                                 "definition that follows it.");
+            // Found at its own header: what follows it.
+            if (f.reason.empty() && lookup.definitionStart < 0) {
+                f.reason = "No definition line (\"A,...\") follows the header on line " + std::to_string(own->line) +
+                           ": the row is drawn without a sample.";
+            } else if (f.reason.empty() && f.definition != f.ownDefinition) {
+                f.reason = "The line after the header on line " + std::to_string(own->line) +
+                           " is not a definition (\"A,...\"): the row takes the next one in the file, on line " +
+                           std::to_string(lineAt(file.content, lookup.definitionStart)) + ".";
+            }
         }
         f.loadsItself = f.loads && f.reason.empty();
         findings.push_back(f);
@@ -255,18 +260,10 @@ std::vector<KivPatternFinding> KivDiagnosePatterns(const KivDoctorFile& file, co
         f.matchLine = report.headerLine >= 0 ? report.headerLine + 1 : 0;
 
         const std::string key = "*" + upperAscii(name);
-        if (report.keyPosition < 0) {
-            if (own != nullptr && upperAscii(own->name) != own->name)
-                f.reason = "The header on line " + std::to_string(own->line) + " is not written in capitals: the control looks for " +
-                           quoted(key) + " and the file never says that.";
-            else
-                f.reason = "The file has no header " + quoted(key) + ".";
-        } else if (report.keyPosition == 0) {
-            f.reason = "The header is at the very first byte of the file (line 1), where the control never finds a match: start the file with a comment line.";
-        } else if (own == nullptr || report.keyPosition != own->position) {
-            f.reason = "The loader's search for " + quoted(key) + " first matches line " + std::to_string(f.matchLine) + " (" +
-                       quoted(shown(lineOf(file.content, report.keyPosition))) +
-                       "), an earlier pattern whose name begins with the same letters: the preview shows that pattern's families.";
+        f.reason = keyReason(file, own, key, report.keyPosition, f.matchLine, "The loader's search",
+                             "an earlier pattern whose name begins with the same letters: the preview shows that "
+                             "pattern's families.");
+        if (!f.reason.empty()) {
         } else if (f.familiesLoaded < f.familiesInFile) {
             const std::string where = "line " + std::to_string(report.endLine + 1);
             const std::string lost = std::to_string(f.familiesInFile - f.familiesLoaded) + " of its " +

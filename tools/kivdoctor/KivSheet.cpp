@@ -10,13 +10,6 @@ constexpr KivColor kRed = 0x000000D0;     // COLORREF layout
 constexpr KivColor kOrange = 0x000070D8;
 constexpr KivColor kGrey = 0x00606060;
 
-class QuietSite : public IKivControlSite {
-public:
-    void fireEvent(int, const std::vector<KivEventArg>&) override {}
-    void setModifiedFlag(bool) override {}
-    void setFocus() override {}
-    void redraw() override {}
-};
 
 void label(KivRasterDC& dc, int x, int y, const std::string& text, KivColor color) {
     dc.setOrigin(0, 0);
@@ -96,7 +89,7 @@ std::unique_ptr<KivRasterDC> KivPatternSheet(const KivDoctorFile& file, const st
         const int y = L::kMargin + L::kTitleHeight + (i / L::kTileColumns) * (L::kTileHeight + L::kLabelHeight + L::kMargin);
         const KivRect box{x, y, x + L::kTileWidth, y + L::kTileHeight};
         // The preview control itself, given the Pattern property a host would give it.
-        QuietSite site;
+        KivNullControlSite site;
         CKivHatchCtrl control(site);
         control.SetMetric(metric);
         control.SetZoomFactor(zoom);
