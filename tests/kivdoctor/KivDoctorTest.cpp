@@ -233,12 +233,25 @@ TEST(KivDoctor, ExplainsEachWayAPatternLosesFamiliesAndNamesTheFamiliesThatDrawN
     EXPECT_TRUE(contains(last.reason, "The last line of the file (line 24) has no line feed")) << last.reason;
 }
 
-TEST(KivDoctor, RefusesAMissingEmptyBinaryOrHugeFileInOneSentence) {
+TEST(KivDoctor, RefusesAMissingEmptyBinaryOrHugeFileInOneSentenceAndReadsUtf16Text) {
     EXPECT_EQ(KivDoctorRead("/no/such/file.lin").problem, "/no/such/file.lin: no such file");
     TempFile empty("", "empty.lin");
     EXPECT_TRUE(contains(KivDoctorRead(empty.nativePath()).problem, "the file is empty"));
     TempFile binary(std::string("*A,b\n\0\x01\x02", 8), "binary.lin");
     EXPECT_TRUE(contains(KivDoctorRead(binary.nativePath()).problem, "binary data (a zero byte at offset 5)"));
+    // UTF-16 text with its byte-order mark is text, and read as the controls read it.
+    std::string utf16("\xFF\xFE", 2);
+    for (char c : std::string(";;\n*WIDE,x\nA,1,-1\n")) {
+        utf16 += c;
+        utf16 += '\0';
+    }
+    TempFile wide(utf16, "wide.lin");
+    const KivDoctorFile wideFile = KivDoctorRead(wide.nativePath());
+    ASSERT_TRUE(wideFile.ok) << wideFile.problem;
+    const std::vector<KivLinetypeFinding> wideFindings = KivDiagnoseLinetypes(wideFile, {});
+    ASSERT_EQ(wideFindings.size(), 1u);
+    EXPECT_TRUE(wideFindings[0].loadsItself);
+    EXPECT_EQ(wideFindings[0].definition, "A,1,-1");
     TempFile huge(std::string(static_cast<std::size_t>(kKivDoctorMaxBytes) + 1, ';'), "huge.lin");
     EXPECT_TRUE(contains(KivDoctorRead(huge.nativePath()).problem, "larger than a linetype or pattern library can be"));
     EXPECT_TRUE(contains(KivDoctorRead(empty.nativePath().substr(0, empty.nativePath().rfind('/'))).problem,

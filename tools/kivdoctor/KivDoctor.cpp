@@ -18,7 +18,6 @@ namespace {
 
 KivString mid(const KivString& text, int from, int count) { return KivString().copy(text, from, count); }
 
-
 std::string quoted(const std::string& s) { return "\"" + s + "\""; }
 
 // The 1-based line of a character position.
@@ -119,9 +118,13 @@ KivDoctorFile KivDoctorRead(const std::string& path) {
         return file;
     }
     const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    const std::size_t probe = bytes.size() < 8192 ? bytes.size() : 8192;
+    // Text holds no zero byte, except UTF-16 text, which the controls read when it opens with its
+    // byte-order mark.
+    const bool utf16 = bytes.size() >= 2 && ((static_cast<unsigned char>(bytes[0]) == 0xFF && static_cast<unsigned char>(bytes[1]) == 0xFE) ||
+                                             (static_cast<unsigned char>(bytes[0]) == 0xFE && static_cast<unsigned char>(bytes[1]) == 0xFF));
+    const std::size_t probe = utf16 ? 0 : bytes.size() < 8192 ? bytes.size() : 8192;
     for (std::size_t i = 0; i < probe; ++i) {
-        if (bytes[i] == '\0' && !(i < 2 && (static_cast<unsigned char>(bytes[0]) == 0xFF || static_cast<unsigned char>(bytes[0]) == 0xFE))) {
+        if (bytes[i] == '\0') {
             file.problem = path + ": the file holds binary data (a zero byte at offset " + std::to_string(i) +
                            "), not the text of a library";
             return file;
