@@ -116,7 +116,7 @@ private:
 // cleared by the caller).
 class OddValues {
 public:
-    OddValues(IDispatch* anObject) {
+    explicit OddValues(IDispatch* anObject) {
         m_big = SysAllocStringLen(nullptr, 1 << 19);  // 512 Ki characters: one megabyte
         for (UINT i = 0; i < SysStringLen(m_big); ++i) m_big[i] = L'A' + static_cast<wchar_t>(i % 26);
         m_numberText = SysAllocString(L"1e400");
