@@ -4,6 +4,8 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include "CKivDpi.h"
+
 const wchar_t* const KivDemoDialog::kLinetypes[8] = {L"DASHED", L"CENTER", L"DOT",     L"BORDER",
                                                      L"HIDDEN", L"PHANTOM", L"DASHDOT", L"DIVIDE"};
 
@@ -70,15 +72,7 @@ HWND KivDemoDialog::createFrame(bool visible) {
     return frame;
 }
 
-int KivDemoScale(int length) {
-    static const int dpi = [] {
-        HDC screen = GetDC(nullptr);
-        const int d = GetDeviceCaps(screen, LOGPIXELSY);
-        ReleaseDC(nullptr, screen);
-        return d > 0 ? d : 96;
-    }();
-    return MulDiv(length, dpi, 96);
-}
+int KivDemoScale(int length) { return CKivDpi::scale(length); }  // the module's own rule, at the screen's dpi
 
 RECT KivDemoScale(const RECT& r) {
     return RECT{KivDemoScale(r.left), KivDemoScale(r.top), KivDemoScale(r.right), KivDemoScale(r.bottom)};

@@ -20,7 +20,7 @@ struct KivDemoContent {
     double zoom = 2.0;     // the hatch preview's zoom factor
 };
 
-// A length or a rectangle laid out at 96 dpi, at the screen's dpi (as MulDiv rounds).
+// A length or a rectangle laid out at 96 dpi, at the screen's dpi (CKivDpi::scale).
 int KivDemoScale(int length);
 RECT KivDemoScale(const RECT& rect);
 
