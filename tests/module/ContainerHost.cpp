@@ -257,6 +257,32 @@ KivComPtr<IDispatch> newControl(const CLSID& clsid) {
     return d;
 }
 
+bool moduleLoaded() { return GetModuleHandleW(L"KivLorqControls8x64.ocx") != nullptr; }
+
+HRESULT canUnloadNow() {
+    HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
+    if (module == nullptr) return S_OK;  // not even loaded
+    auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
+    return canUnload != nullptr ? canUnload() : E_FAIL;
+}
+
+int screenLogPixels(int index) {
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, index);
+    ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
+LRESULT comboFieldReadBack(HWND parent, int field) {
+    HWND probe = CreateWindowExW(0, L"COMBOBOX", L"", 0x50200E13 & ~WS_VISIBLE, 0, 0, 200, 21, parent, nullptr,
+                                 GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(probe, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+    SendMessageW(probe, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
+    const LRESULT readBack = SendMessageW(probe, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
+    DestroyWindow(probe);
+    return readBack;
+}
+
 // ---- Pixels
 
 std::vector<std::uint8_t> grab(HWND window, int& w, int& h) {

@@ -107,6 +107,17 @@ bool enabledOf(IDispatch* d);
 // A new control of `clsid` (no site, no window).
 KivComPtr<IDispatch> newControl(const CLSID& clsid);
 
+// The module as this process has loaded it: whether it is loaded, and its DllCanUnloadNow (S_OK when
+// it is not loaded at all; E_FAIL when the export is missing).
+bool moduleLoaded();
+HRESULT canUnloadNow();
+
+// The screen's dots per inch along one axis (LOGPIXELSX or LOGPIXELSY).
+int screenLogPixels(int index);
+// What a combo box of the controls' style reads back for a selection-field height set on it (the
+// platform may add its own padding: Wine adds 2).
+LRESULT comboFieldReadBack(HWND parent, int field);
+
 // The client area of a window on screen, as RGB bytes.
 std::vector<std::uint8_t> grab(HWND window, int& w, int& h);
 COLORREF at(const std::vector<std::uint8_t>& rgb, int w, int x, int y);

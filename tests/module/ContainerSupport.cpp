@@ -93,6 +93,16 @@ MemoryPropertyBag::~MemoryPropertyBag() {
     for (auto& [name, v] : values) VariantClear(&v);
 }
 
+std::vector<HWND> ownVisibleWindows(const wchar_t* className, const wchar_t* title) {
+    std::vector<HWND> windows;
+    for (HWND found = nullptr; (found = FindWindowExW(nullptr, found, className, title)) != nullptr;) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(found, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(found)) windows.push_back(found);
+    }
+    return windows;
+}
+
 DialogAnswerer::DialogAnswerer(const wchar_t* className, const wchar_t* title, std::function<void(HWND)> answer,
                                DWORD timeoutMs)
     : m_thread([this, className, title, answer, timeoutMs] {
@@ -100,13 +110,9 @@ DialogAnswerer::DialogAnswerer(const wchar_t* className, const wchar_t* title, s
           while (!m_stop && static_cast<LONG>(until - GetTickCount()) > 0) {
               // The first visible one of this process: a hidden window of the same class (one being
               // destroyed, or kept by the system) may come first in the z-order.
-              HWND found = nullptr;
-              DWORD process = 0;
-              do {
-                  found = FindWindowExW(nullptr, found, className, title);
-                  if (found != nullptr) GetWindowThreadProcessId(found, &process);
-              } while (found != nullptr && (!IsWindowVisible(found) || process != GetCurrentProcessId()));
-              if (found != nullptr) {
+              const std::vector<HWND> windows = ownVisibleWindows(className, title);
+              if (!windows.empty()) {
+                  HWND found = windows.front();
                   Sleep(200);  // let the dialog finish its initialisation
                   answer(found);
                   m_answered = true;

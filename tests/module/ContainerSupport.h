@@ -97,6 +97,10 @@ private:
     std::atomic<ULONG> m_refs{1};
 };
 
+// The visible top-level windows of this process of `className` titled `title` (nullptr: any), in
+// z-order.
+std::vector<HWND> ownVisibleWindows(const wchar_t* className, const wchar_t* title);
+
 // Waits on its own thread for a top-level window of `className` (nullptr: any) titled `title`
 // (nullptr: any), then runs `answer` with it. Joined on destruction.
 class DialogAnswerer {

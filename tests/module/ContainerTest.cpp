@@ -68,13 +68,7 @@ TEST_F(Container, HostsTheControlWithItsOwnerDrawnComboBox) {
     const int diff = (measureRect.bottom - measureRect.top) -
                      static_cast<int>(SendMessageW(measure, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
     DestroyWindow(measure);
-    HWND probe = CreateWindowExW(0, L"COMBOBOX", L"", 0x50200E13 & ~WS_VISIBLE, 0, 0, 200, 21, h.frame, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(probe, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
-    SendMessageW(probe, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), 21 - diff);
-    const LRESULT expectedField = SendMessageW(probe, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-    DestroyWindow(probe);
-    EXPECT_EQ(SendMessageW(h.combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0), expectedField);
+    EXPECT_EQ(SendMessageW(h.combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0), comboFieldReadBack(h.frame, 21 - diff));
     // Focus given to the control goes on to its combo box.
     SetFocus(h.controlWindow);
     pumpMessages(20);
@@ -236,10 +230,7 @@ TEST_F(Container, ResizingMovesTheComboToTheDroppedHeight) {
     // (CB_GETDROPPEDCONTROLRECT).
     RECT dropped;
     SendMessageW(h.combo, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
-    HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    EXPECT_EQ((dropped.bottom - dropped.top) + (combo.bottom - combo.top), MulDiv(140, dpi, 96));
+    EXPECT_EQ((dropped.bottom - dropped.top) + (combo.bottom - combo.top), MulDiv(140, screenLogPixels(LOGPIXELSY), 96));
 }
 
 // ---- Design mode and user mode, through IViewObject::Draw into a memory bitmap.
@@ -592,11 +583,8 @@ TEST_F(Container, AllSixPagesShowGeneralAndTheirPlaceholder) {
 // Last: with every object released, the module may be unloaded.
 TEST_F(Container, ZzModuleCanUnloadWhenEverythingIsReleased) {
     KivComPtr<IDispatch> alive = newColourControl();  // loads the module
-    HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
-    ASSERT_NE(module, nullptr);
-    auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
-    ASSERT_NE(canUnload, nullptr);
-    EXPECT_EQ(canUnload(), S_FALSE);
+    ASSERT_TRUE(moduleLoaded());
+    EXPECT_EQ(canUnloadNow(), S_FALSE);
     alive.reset();
-    EXPECT_EQ(canUnload(), S_OK);
+    EXPECT_EQ(canUnloadNow(), S_OK);
 }

@@ -88,14 +88,9 @@ public:
     DialogDismisser()
         : m_thread([this] {
               while (!m_stop) {
-                  HWND found = nullptr;
-                  while ((found = FindWindowExW(nullptr, found, L"#32770", nullptr)) != nullptr) {
-                      DWORD process = 0;
-                      GetWindowThreadProcessId(found, &process);
-                      if (process == GetCurrentProcessId() && IsWindowVisible(found)) {
-                          PostMessageW(found, WM_COMMAND, IDCANCEL, 0);
-                          ++m_dismissed;
-                      }
+                  for (HWND found : ownVisibleWindows(L"#32770", nullptr)) {
+                      PostMessageW(found, WM_COMMAND, IDCANCEL, 0);
+                      ++m_dismissed;
                   }
                   Sleep(20);
               }
@@ -425,12 +420,7 @@ protected:
         DestroyWindow(dialog);
         pumpMessages(20);
         // Nothing the torture did kept an object or a lock alive.
-        HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
-        if (module != nullptr) {
-            auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
-            ASSERT_NE(canUnload, nullptr);
-            EXPECT_EQ(canUnload(), S_OK) << c.name << " left an object or a lock behind";
-        }
+        EXPECT_EQ(canUnloadNow(), S_OK) << c.name << " left an object or a lock behind";
         ComTest::TearDown();
     }
     // The type library lists every member of the control's interface, the stock ones included.

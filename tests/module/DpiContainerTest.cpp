@@ -22,13 +22,6 @@ int expectedDpi() {
     return text != nullptr ? std::atoi(text) : 96;
 }
 
-int screenDpi() {
-    HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return dpi;
-}
-
 const ControlCase& caseNamed(const std::string& name) {
     for (const ControlCase& c : kCases)
         if (name == c.name) return c;
@@ -47,25 +40,13 @@ int blackRunDown(HWND window, int x) {
     return best;
 }
 
-// What a combo of the controls' style reads back for a field height set on it (the platform may add
-// its own padding: Wine adds 2).
-LRESULT fieldReadBack(HWND parent, int field) {
-    HWND probe = CreateWindowExW(0, L"COMBOBOX", L"", 0x50200E13 & ~WS_VISIBLE, 0, 0, 200, 21, parent, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(probe, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
-    SendMessageW(probe, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
-    const LRESULT readBack = SendMessageW(probe, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-    DestroyWindow(probe);
-    return readBack;
-}
-
 using Scale = ComTest;
 
 }  // namespace
 
 TEST_F(Scale, TheScreenAndTheScaleValuesAreThoseOfTheDpi) {
     const int dpi = expectedDpi();
-    EXPECT_EQ(screenDpi(), dpi);
+    EXPECT_EQ(screenLogPixels(LOGPIXELSY), dpi);
     EXPECT_EQ(CKivDpi::getDpi(), dpi);
     EXPECT_EQ(CKivDpi::getUnit(), std::max(1, MulDiv(1, dpi, 96)));
     EXPECT_EQ(CKivDpi::scale(140), MulDiv(140, dpi, 96));
@@ -87,7 +68,7 @@ TEST_F(Scale, TheColourAndLinetypeCombosTakeTheFieldHeightOfTheirWindowAndTheSca
         RECT client{};
         GetClientRect(h.controlWindow, &client);
         EXPECT_EQ(SendMessageW(h.child, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0),
-                  fieldReadBack(h.frame, client.bottom - CKivDpi::getOwnerDrawComboBoxHeightDiff()));
+                  comboFieldReadBack(h.frame, client.bottom - CKivDpi::getOwnerDrawComboBoxHeightDiff()));
         if (std::string(name) == "Colour") {
             EXPECT_EQ(SendMessageW(h.child, CB_GETITEMHEIGHT, 0, 0), CKivDpi::getDefaultGuiFontComboBoxItemHeight());
         }

@@ -56,13 +56,6 @@ public:
     HWND hwnd;
 };
 
-HRESULT canUnloadNow() {
-    HMODULE module = GetModuleHandleW(L"KivLorqControls8x64.ocx");
-    if (module == nullptr) return S_OK;  // not even loaded
-    auto canUnload = KivProcAddress<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
-    return canUnload != nullptr ? canUnload() : E_FAIL;
-}
-
 bool isDirty(IUnknown* control) {
     KivComPtr<IPersistStreamInit> persist;
     control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
@@ -246,10 +239,7 @@ TEST_P(Module, SavedInOneContainerReloadedInAnother) {
     ASSERT_EQ(host.create(clsid, &saved), S_OK);
     std::vector<BYTE> expected = saved;
     ASSERT_GE(expected.size(), 12u);
-    HDC screen = GetDC(nullptr);
-    const int dpiX = GetDeviceCaps(screen, LOGPIXELSX), dpiY = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    const LONG cx = MulDiv(220, 2540, dpiX), cy = MulDiv(21, 2540, dpiY);
+    const LONG cx = MulDiv(220, 2540, screenLogPixels(LOGPIXELSX)), cy = MulDiv(21, 2540, screenLogPixels(LOGPIXELSY));
     for (int i = 0; i < 4; ++i) {
         expected[4 + static_cast<std::size_t>(i)] = static_cast<BYTE>((cx >> (8 * i)) & 0xFF);
         expected[8 + static_cast<std::size_t>(i)] = static_cast<BYTE>((cy >> (8 * i)) & 0xFF);
