@@ -23,18 +23,12 @@ std::string withoutLineEnd(std::string s) {
 
 KivDoctorFile read(const TempFile& file) { return KivDoctorRead(file.nativePath()); }
 
-const KivLinetypeFinding& findingOf(const std::vector<KivLinetypeFinding>& all, const std::string& name) {
-    for (const KivLinetypeFinding& f : all)
+// The finding for one name, among a report's.
+template <class Finding>
+const Finding& findingOf(const std::vector<Finding>& all, const std::string& name) {
+    for (const Finding& f : all)
         if (f.name == name) return f;
-    static KivLinetypeFinding none;
-    ADD_FAILURE() << "no finding for " << name;
-    return none;
-}
-
-const KivPatternFinding& patternOf(const std::vector<KivPatternFinding>& all, const std::string& name) {
-    for (const KivPatternFinding& f : all)
-        if (f.name == name) return f;
-    static KivPatternFinding none;
+    static Finding none;
     ADD_FAILURE() << "no finding for " << name;
     return none;
 }
@@ -191,21 +185,21 @@ TEST(KivDoctor, ExplainsEachWayAPatternLosesFamiliesAndNamesTheFamiliesThatDrawN
     const std::vector<KivPatternFinding> all = KivDiagnosePatterns(read(pat), {}, 1.0, true);
     ASSERT_EQ(all.size(), 6u);
 
-    const KivPatternFinding& commented = patternOf(all, "COMMENTED");
+    const KivPatternFinding& commented = findingOf(all, "COMMENTED");
     EXPECT_EQ(commented.familiesLoaded, 1);
     EXPECT_EQ(commented.familiesInFile, 2);
     EXPECT_TRUE(contains(commented.reason, "on line 4 holds a comment")) << commented.reason;
 
-    const KivPatternFinding& gapped = patternOf(all, "GAPPED");
+    const KivPatternFinding& gapped = findingOf(all, "GAPPED");
     EXPECT_EQ(gapped.familiesLoaded, 1);
     EXPECT_TRUE(contains(gapped.reason, "The empty line 8 ends the pattern")) << gapped.reason;
 
-    const KivPatternFinding& noComma = patternOf(all, "NOCOMMA");
+    const KivPatternFinding& noComma = findingOf(all, "NOCOMMA");
     EXPECT_EQ(noComma.familiesLoaded, 1);
     EXPECT_EQ(noComma.familiesInFile, 2);
     EXPECT_TRUE(contains(noComma.reason, "\"junk\" on line 12 has no comma")) << noComma.reason;
 
-    const KivPatternFinding& guarded = patternOf(all, "GUARDED");
+    const KivPatternFinding& guarded = findingOf(all, "GUARDED");
     EXPECT_TRUE(guarded.loadsItself);
     EXPECT_EQ(guarded.familiesLoaded, 5);
     ASSERT_EQ(guarded.notes.size(), 4u);
@@ -218,16 +212,16 @@ TEST(KivDoctor, ExplainsEachWayAPatternLosesFamiliesAndNamesTheFamiliesThatDrawN
     EXPECT_EQ(guarded.notes[3].line, 18);
     EXPECT_TRUE(contains(guarded.notes[3].text, "closer than 1/64 pixel")) << guarded.notes[3].text;
     // At a larger zoom the tiny spacing is drawn: only three notes are left.
-    EXPECT_EQ(patternOf(KivDiagnosePatterns(read(pat), {"GUARDED"}, 10.0, true), "GUARDED").notes.size(), 3u);
+    EXPECT_EQ(findingOf(KivDiagnosePatterns(read(pat), {"GUARDED"}, 10.0, true), "GUARDED").notes.size(), 3u);
 
-    const KivPatternFinding& guard = patternOf(all, "GUARD");
+    const KivPatternFinding& guard = findingOf(all, "GUARD");
     EXPECT_TRUE(guard.loads);
     EXPECT_FALSE(guard.loadsItself);
     EXPECT_EQ(guard.matchLine, 14);
     EXPECT_EQ(guard.familiesLoaded, 5);  // GUARDED's
     EXPECT_TRUE(contains(guard.reason, "first matches line 14")) << guard.reason;
 
-    const KivPatternFinding& last = patternOf(all, "LAST");
+    const KivPatternFinding& last = findingOf(all, "LAST");
     EXPECT_EQ(last.familiesLoaded, 1);
     EXPECT_EQ(last.familiesInFile, 2);
     EXPECT_TRUE(contains(last.reason, "The last line of the file (line 24) has no line feed")) << last.reason;

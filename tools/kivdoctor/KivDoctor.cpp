@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <sys/stat.h>
 
 #include "CKivHatchCtrl.h"
@@ -117,13 +116,15 @@ KivDoctorFile KivDoctorRead(const std::string& path) {
         file.problem = path + ": the file cannot be read";
         return file;
     }
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    // Only the first bytes, to tell text from binary data: the content is read below, as the controls read it.
+    std::string bytes(8192, '\0');
+    in.read(&bytes[0], static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(in.gcount()));
     // Text holds no zero byte, except UTF-16 text, which the controls read when it opens with its
     // byte-order mark.
     const bool utf16 = bytes.size() >= 2 && ((static_cast<unsigned char>(bytes[0]) == 0xFF && static_cast<unsigned char>(bytes[1]) == 0xFE) ||
                                              (static_cast<unsigned char>(bytes[0]) == 0xFE && static_cast<unsigned char>(bytes[1]) == 0xFF));
-    const std::size_t probe = utf16 ? 0 : bytes.size() < 8192 ? bytes.size() : 8192;
-    for (std::size_t i = 0; i < probe; ++i) {
+    for (std::size_t i = 0; !utf16 && i < bytes.size(); ++i) {
         if (bytes[i] == '\0') {
             file.problem = path + ": the file holds binary data (a zero byte at offset " + std::to_string(i) +
                            "), not the text of a library";

@@ -169,23 +169,20 @@ int main(int argc, char** argv) {
     double zoom = 1.0;
     for (std::size_t i = 1; i < args.size(); ++i) {
         const std::string& a = args[i];
-        auto value = [&](const char* option) -> const std::string* {
-            if (i + 1 >= args.size()) return nullptr;
-            (void)option;
-            return &args[++i];
-        };
+        // The option's value: the next argument, taken; nullptr when there is none.
+        auto value = [&]() -> const std::string* { return i + 1 < args.size() ? &args[++i] : nullptr; };
         if (a == "--json") {
             asJson = true;
         } else if (a == "--sheet") {
-            const std::string* v = value("--sheet");
+            const std::string* v = value();
             if (v == nullptr || v->empty()) return usage("--sheet needs a file name");
             sheet = *v;
         } else if (a == "--font") {
-            const std::string* v = value("--font");
+            const std::string* v = value();
             if (v == nullptr) return usage("--font needs a TrueType file");
             font = *v;
         } else if (a == "--zoom") {
-            const std::string* v = value("--zoom");
+            const std::string* v = value();
             char* end = nullptr;
             errno = 0;
             zoom = v != nullptr ? std::strtod(v->c_str(), &end) : 0.0;
