@@ -225,6 +225,12 @@ void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text) {
     GdiFlush();
 }
 
+void drawExpectedEllipse(Canvas& canvas) {
+    RECT r{0, 0, canvas.width, canvas.height};
+    FillRect(canvas.dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
+}
+
 int differingPixels(const Canvas& a, const Canvas& b) {
     GdiFlush();
     int n = 0;

@@ -96,6 +96,9 @@ struct Canvas {
 // The design-mode face drawn directly with GDI on a fresh canvas: white, and `text` centred on the
 // baseline in the DC's own font. A control's IViewObject::Draw in design mode must match it.
 void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text);
+// The layer's picture drawn directly with GDI: the stock white brush over the canvas, then the
+// inscribed ellipse with a fresh DC's pen and brush (black, white).
+void drawExpectedEllipse(Canvas& canvas);
 // The number of pixels in which two canvases of one size differ.
 int differingPixels(const Canvas& a, const Canvas& b);
 

@@ -25,14 +25,6 @@ std::wstring className(HWND window) {
     return name;
 }
 
-// The layer's picture drawn directly with GDI: the stock white brush over the bounds, then the
-// inscribed ellipse with a fresh DC's pen and brush (black, white).
-void drawExpectedEllipse(Canvas& canvas) {
-    RECT r{0, 0, canvas.width, canvas.height};
-    FillRect(canvas.dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
-}
-
 // Pixels in which a window's client area on screen differs from a canvas of its size.
 int differingFromScreen(HWND window, const Canvas& expected) {
     int w = 0, h = 0;
