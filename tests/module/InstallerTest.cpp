@@ -78,7 +78,8 @@ long regsvr32(const std::wstring& flags, const std::wstring& module) {
     return run(L"regsvr32.exe " + flags + L" \"" + module + L"\"");
 }
 
-// Every file under the system drive, but for the temporary folders Wine's own programs write to.
+// Every file and folder where an installer writes: Program Files (both), the machine's program data
+// and the installer's own cache in the Windows folder.
 void listFiles(const std::wstring& dir, std::set<std::wstring>& out) {
     WIN32_FIND_DATAW found;
     HANDLE find = FindFirstFileW((dir + L"\\*").c_str(), &found);
@@ -88,7 +89,7 @@ void listFiles(const std::wstring& dir, std::set<std::wstring>& out) {
         if (name == L"." || name == L"..") continue;
         const std::wstring path = dir + L"\\" + name;
         if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-            if (_wcsicmp(name.c_str(), L"temp") != 0) listFiles(path, out);
+            listFiles(path, out);
             out.insert(path + L"\\");
         } else {
             out.insert(path);
@@ -98,7 +99,9 @@ void listFiles(const std::wstring& dir, std::set<std::wstring>& out) {
 }
 std::set<std::wstring> diskFiles() {
     std::set<std::wstring> files;
-    listFiles(environment(L"SystemDrive"), files);
+    for (const std::wstring& dir : {environment(L"ProgramFiles"), environment(L"ProgramFiles(x86)"),
+                                    environment(L"ProgramData"), environment(L"windir") + L"\\Installer"})
+        listFiles(dir, files);
     return files;
 }
 std::vector<std::string> diskDifferences(const std::set<std::wstring>& a, const std::set<std::wstring>& b) {
