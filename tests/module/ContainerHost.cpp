@@ -231,6 +231,19 @@ void drawExpectedEllipse(Canvas& canvas) {
     Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
 }
 
+void drawExpectedDesignModeFace(Canvas& canvas, const wchar_t* designText) {
+    if (designText != nullptr) drawExpectedDesignFace(canvas, designText);
+    else drawExpectedEllipse(canvas);
+}
+
+HRESULT drawThroughViewObject(IUnknown* control, Canvas& canvas) {
+    KivComPtr<IViewObject> view;
+    const HRESULT hr = control->QueryInterface(IID_IViewObject, view.putVoid());
+    if (FAILED(hr)) return hr;
+    const RECTL bounds{0, 0, canvas.width, canvas.height};
+    return view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0);
+}
+
 int differingPixels(const Canvas& a, const Canvas& b) {
     GdiFlush();
     int n = 0;

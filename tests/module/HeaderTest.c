@@ -54,6 +54,14 @@ struct Dispid {
 };
 #define MEMBER(coclass, member) {#coclass, #member, 0, DISPID_##coclass##_##member, 0}
 #define EVENT(coclass, event) {#coclass, #event, 1, DISPID_##coclass##Events_##event, 0}
+/* The members both linetype controls have; the list lacks the combo's SetAboutDisplay. */
+#define LINETYPE_MEMBERS(coclass)                                                                          \
+    MEMBER(coclass, ComboIndex), MEMBER(coclass, SupportPath), MEMBER(coclass, LinetypeFile),              \
+        MEMBER(coclass, TooltipText), MEMBER(coclass, Enabled), MEMBER(coclass, Initialize),               \
+        MEMBER(coclass, RemoveAll), MEMBER(coclass, LoadLinetype), MEMBER(coclass, DefineLinetype),        \
+        MEMBER(coclass, SelectItemAt), MEMBER(coclass, DefineLinetypeByLayer),                             \
+        MEMBER(coclass, DefineLinetypeByBlock), MEMBER(coclass, DefineLinetypeContinuous),                 \
+        MEMBER(coclass, SelectItem), MEMBER(coclass, GetCount), MEMBER(coclass, UnloadLinetype)
 static struct Dispid kDispids[] = {
     MEMBER(KivColor, ComboIndex), MEMBER(KivColor, BlockColorIndex), MEMBER(KivColor, LayerColorIndex),
     MEMBER(KivColor, DefaultColorIndex), MEMBER(KivColor, ApprovalStatusColorIndex),
@@ -62,20 +70,9 @@ static struct Dispid kDispids[] = {
     MEMBER(KivColor, RGB_Equivalent), MEMBER(KivColor, Tev_Equivalent), MEMBER(KivColor, FindColor),
     MEMBER(KivColor, SetTooltipText), MEMBER(KivColor, AboutDisplay),
     EVENT(KivColor, SelChange), EVENT(KivColor, SelAndCloseUp),
-    MEMBER(KivLinetype, ComboIndex), MEMBER(KivLinetype, SupportPath), MEMBER(KivLinetype, LinetypeFile),
-    MEMBER(KivLinetype, TooltipText), MEMBER(KivLinetype, Enabled), MEMBER(KivLinetype, Initialize),
-    MEMBER(KivLinetype, RemoveAll), MEMBER(KivLinetype, LoadLinetype), MEMBER(KivLinetype, DefineLinetype),
-    MEMBER(KivLinetype, SelectItemAt), MEMBER(KivLinetype, DefineLinetypeByLayer),
-    MEMBER(KivLinetype, DefineLinetypeByBlock), MEMBER(KivLinetype, DefineLinetypeContinuous),
-    MEMBER(KivLinetype, SelectItem), MEMBER(KivLinetype, GetCount), MEMBER(KivLinetype, UnloadLinetype),
-    MEMBER(KivLinetype, SetAboutDisplay),
+    LINETYPE_MEMBERS(KivLinetype), MEMBER(KivLinetype, SetAboutDisplay),
     EVENT(KivLinetype, SelChange), EVENT(KivLinetype, SelAndCloseUp),
-    MEMBER(KivLTypeList, ComboIndex), MEMBER(KivLTypeList, SupportPath), MEMBER(KivLTypeList, LinetypeFile),
-    MEMBER(KivLTypeList, TooltipText), MEMBER(KivLTypeList, Enabled), MEMBER(KivLTypeList, Initialize),
-    MEMBER(KivLTypeList, RemoveAll), MEMBER(KivLTypeList, LoadLinetype), MEMBER(KivLTypeList, DefineLinetype),
-    MEMBER(KivLTypeList, SelectItemAt), MEMBER(KivLTypeList, DefineLinetypeByLayer),
-    MEMBER(KivLTypeList, DefineLinetypeByBlock), MEMBER(KivLTypeList, DefineLinetypeContinuous),
-    MEMBER(KivLTypeList, SelectItem), MEMBER(KivLTypeList, GetCount), MEMBER(KivLTypeList, UnloadLinetype),
+    LINETYPE_MEMBERS(KivLTypeList),
     EVENT(KivLTypeList, SelChange),
     MEMBER(KivLineweight, TooltipText), MEMBER(KivLineweight, Measurement), MEMBER(KivLineweight, Enabled),
     MEMBER(KivLineweight, SelectItem), MEMBER(KivLineweight, GetCurrentItemLineWeight),
@@ -168,6 +165,17 @@ static void member(const char* coclass, int isEvent, const char* name, MEMBERID 
     check(0, "a member of the library the header test does not know", name);
 }
 
+/* One member of one of a coclass's interfaces, by its id, named as the library names it. */
+static void memberOf(ITypeInfo* itf, const char* coclassName, int isEvent, MEMBERID id) {
+    BSTR name = NULL;
+    char text[64];
+    UINT n = 0;
+    CALL(itf, GetNames, id, &name, 1, &n);
+    ascii(name, text, sizeof text);
+    SysFreeString(name);
+    member(coclassName, isEvent, text, id);
+}
+
 /* Every member of one interface of a coclass, as the library describes it. */
 static void interfaceMembers(ITypeInfo* coclass, const char* coclassName, UINT index) {
     HREFTYPE ref = 0;
@@ -183,28 +191,15 @@ static void interfaceMembers(ITypeInfo* coclass, const char* coclassName, UINT i
     CALL(itf, GetTypeAttr, &attr);
     for (i = 0; i < attr->cFuncs; ++i) {
         FUNCDESC* f = NULL;
-        BSTR name = NULL;
-        char text[64];
-        UINT n = 0;
         CALL(itf, GetFuncDesc, i, &f);
-        if (f->memid < 0x60000000 || f->memid >= 0x60020000) { /* not one of IUnknown's or IDispatch's */
-            CALL(itf, GetNames, f->memid, &name, 1, &n);
-            ascii(name, text, sizeof text);
-            SysFreeString(name);
-            member(coclassName, (flags & IMPLTYPEFLAG_FSOURCE) != 0, text, f->memid);
-        }
+        if (f->memid < 0x60000000 || f->memid >= 0x60020000) /* not one of IUnknown's or IDispatch's */
+            memberOf(itf, coclassName, (flags & IMPLTYPEFLAG_FSOURCE) != 0, f->memid);
         CALL(itf, ReleaseFuncDesc, f);
     }
     for (i = 0; i < attr->cVars; ++i) {
         VARDESC* v = NULL;
-        BSTR name = NULL;
-        char text[64];
-        UINT n = 0;
         CALL(itf, GetVarDesc, i, &v);
-        CALL(itf, GetNames, v->memid, &name, 1, &n);
-        ascii(name, text, sizeof text);
-        SysFreeString(name);
-        member(coclassName, (flags & IMPLTYPEFLAG_FSOURCE) != 0, text, v->memid);
+        memberOf(itf, coclassName, (flags & IMPLTYPEFLAG_FSOURCE) != 0, v->memid);
         CALL(itf, ReleaseVarDesc, v);
     }
     CALL(itf, ReleaseTypeAttr, attr);
