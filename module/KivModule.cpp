@@ -75,13 +75,16 @@ std::wstring modulePath() {
     return n > 0 && n < MAX_PATH ? std::wstring(path, n) : std::wstring();
 }
 
-// AfxOleRegisterControlClass / AfxOleRegisterPropertyPageClass: the class's entries, in order.
+// AfxOleRegisterControlClass / AfxOleRegisterPropertyPageClass: the class's entries, in order. Memory
+// that runs out while the list is made is a failure of the class's registration, never an exception.
 bool registerEntry(const KivFactoryEntry& e, const std::wstring& path) {
-    for (const KivRegistryEntry& r : KivClassRegistration(e, path)) {
-        const bool ok = r.hasValue ? setValue(r.key, r.name.empty() ? nullptr : r.name.c_str(), r.value) : createKey(r.key);
-        if (!ok) return false;
-    }
-    return true;
+    return SUCCEEDED(KivNoThrow([&]() -> HRESULT {
+        for (const KivRegistryEntry& r : KivClassRegistration(e, path)) {
+            const bool ok = r.hasValue ? setValue(r.key, r.name.empty() ? nullptr : r.name.c_str(), r.value) : createKey(r.key);
+            if (!ok) return E_FAIL;
+        }
+        return S_OK;
+    }));
 }
 
 // AfxOleUnregisterClass: the class id's key, and the ProgID's for a control.

@@ -8,13 +8,14 @@
 
 namespace {
 
-std::string defineGuid(const std::string& name, const GUID& g) {
+// DEFINE_GUID(name, ...), under a comment with the GUID as the registry spells it (and `note`).
+std::string defineGuid(const std::string& name, const GUID& g, const std::string& note = "") {
     char text[160];
     std::snprintf(text, sizeof text,
                   "DEFINE_GUID(%s, 0x%08lx, 0x%04x, 0x%04x, 0x%02x, 0x%02x, 0x%02x, 0x%02x, 0x%02x, 0x%02x, 0x%02x, 0x%02x);\n",
                   name.c_str(), static_cast<unsigned long>(g.Data1), g.Data2, g.Data3, g.Data4[0], g.Data4[1], g.Data4[2],
                   g.Data4[3], g.Data4[4], g.Data4[5], g.Data4[6], g.Data4[7]);
-    return "/* " + KivGuidAscii(g) + " */\n" + text;
+    return "/* " + (note.empty() ? "" : note + " ") + KivGuidAscii(g) + " */\n" + text;
 }
 
 std::string number(long value) { return value < 0 ? "(" + std::to_string(value) + ")" : std::to_string(value); }
@@ -26,8 +27,8 @@ bool KivWriteHeader(const KivModuleModel& model, const wchar_t* path) {
     const std::string libName = KivAscii(lib.name);
     std::string h =
         "/* KivLorqControls.h: the identifiers of " + model.moduleFile + " " + model.version +
-        " for C and C++ hosts:\n"
-        "   its type library " + libName + " " + std::to_string(lib.major) + "." + std::to_string(lib.minor) +
+        " for C and C++ hosts: its type\n"
+        "   library " + libName + " " + std::to_string(lib.major) + "." + std::to_string(lib.minor) +
         ", the class ids of its controls and property pages, the ids of the\n"
         "   controls' dispatch and event interfaces, the DISPID of every member and event, and the Colors\n"
         "   enumeration. Written by the build from the module's own tables: do not edit.\n"
@@ -41,7 +42,7 @@ bool KivWriteHeader(const KivModuleModel& model, const wchar_t* path) {
     h += "/* The type library. */\n" + defineGuid("LIBID_" + libName, *lib.libid) + "\n";
     h += "/* The controls (CLSID_<coclass>) and their property pages (CLSID_<page class>). */\n";
     for (const KivModuleClass& c : model.classes)
-        h += "/* " + KivAscii(c.factory->progId) + " */\n" + defineGuid("CLSID_" + c.name, *c.factory->clsid);
+        h += defineGuid("CLSID_" + c.name, *c.factory->clsid, KivAscii(c.factory->progId));
     h += "\n/* The dispatch and event interfaces. */\n";
     for (int i = 0; i < lib.coclassCount; ++i)
         for (const KivDispInterface* itf : {lib.coclasses[i].dispatch, lib.coclasses[i].events})
