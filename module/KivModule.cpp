@@ -9,7 +9,7 @@
 #include "KivGuids.h"
 #include "KivModule.h"
 #include "KivOleControl.h"
-#include "KivResources.h"
+#include "KivRegistration.h"
 
 namespace {
 
@@ -46,18 +46,6 @@ private:
     const KivFactoryEntry& m_entry;
 };
 
-std::wstring guidText(const GUID& guid) {
-    wchar_t text[40];
-    StringFromGUID2(guid, text, 40);
-    return text;
-}
-
-std::wstring loadText(UINT id) {
-    wchar_t text[256];
-    const int n = LoadStringW(kivmodule::instance(), id, text, 256);
-    return n > 0 ? std::wstring(text, static_cast<std::size_t>(n)) : std::wstring();
-}
-
 bool setValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
     HKEY handle = nullptr;
     if (RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &handle, nullptr) != ERROR_SUCCESS)
@@ -87,27 +75,21 @@ std::wstring modulePath() {
     return n > 0 && n < MAX_PATH ? std::wstring(path, n) : std::wstring();
 }
 
-// AfxOleRegisterControlClass / AfxOleRegisterPropertyPageClass.
+// AfxOleRegisterControlClass / AfxOleRegisterPropertyPageClass: the class's entries, in order. Memory
+// that runs out while the list is made is a failure of the class's registration, never an exception.
 bool registerEntry(const KivFactoryEntry& e, const std::wstring& path) {
-    const std::wstring clsid = guidText(*e.clsid);
-    const std::wstring key = L"CLSID\\" + clsid;
-    const std::wstring name = loadText(e.nameId);
-    bool ok = setValue(key, nullptr, name) && setValue(key + L"\\InprocServer32", nullptr, path) &&
-              setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-    if (!e.isControl) return ok;
-    ok = ok && setValue(e.progId, nullptr, name) && setValue(std::wstring(e.progId) + L"\\CLSID", nullptr, clsid) &&
-         setValue(key + L"\\ProgID", nullptr, e.progId) &&
-         setValue(key + L"\\ToolboxBitmap32", nullptr, path + L", " + std::to_wstring(e.bitmapId)) &&
-         setValue(key + L"\\MiscStatus", nullptr, L"0") &&
-         setValue(key + L"\\MiscStatus\\1", nullptr, std::to_wstring(e.miscStatus)) && createKey(key + L"\\Control") &&
-         setValue(key + L"\\TypeLib", nullptr, guidText(LIBID_KIVLORQCONTROLSLib)) &&
-         setValue(key + L"\\Version", nullptr, L"1.0");
-    return ok;
+    return SUCCEEDED(KivNoThrow([&]() -> HRESULT {
+        for (const KivRegistryEntry& r : KivClassRegistration(e, path)) {
+            const bool ok = r.hasValue ? setValue(r.key, r.name.empty() ? nullptr : r.name.c_str(), r.value) : createKey(r.key);
+            if (!ok) return E_FAIL;
+        }
+        return S_OK;
+    }));
 }
 
 // AfxOleUnregisterClass: the class id's key, and the ProgID's for a control.
 bool unregisterEntry(const KivFactoryEntry& e) {
-    bool ok = deleteTree(L"CLSID\\" + guidText(*e.clsid));
+    bool ok = deleteTree(L"CLSID\\" + KivGuidText(*e.clsid));
     if (e.isControl) ok = deleteTree(e.progId) && ok;
     return ok;
 }

@@ -14,7 +14,7 @@ INT_PTR CALLBACK pageDialogProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == 
 
 class KivPropertyPage final : public IPropertyPage {
 public:
-    KivPropertyPage(UINT dialogId, const CLSID& clsid) : m_dialogId(dialogId), m_clsid(clsid) {}
+    explicit KivPropertyPage(UINT dialogId) : m_dialogId(dialogId) {}
     ~KivPropertyPage() {
         Deactivate();
         SetObjects(0, nullptr);
@@ -102,7 +102,6 @@ public:
 private:
     KivRefCount m_refs;
     UINT m_dialogId;
-    CLSID m_clsid;
     KivComPtr<IPropertyPageSite> m_site;
     std::vector<IUnknown*> m_objects;
     HWND m_dialog = nullptr;
@@ -110,8 +109,8 @@ private:
 
 }  // namespace
 
-HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out) {
-    auto* page = new (std::nothrow) KivPropertyPage(dialogId, clsid);
+HRESULT KivCreatePropertyPage(UINT dialogId, REFIID riid, void** out) {
+    auto* page = new (std::nothrow) KivPropertyPage(dialogId);
     if (page == nullptr) return E_OUTOFMEMORY;
     const HRESULT hr = page->QueryInterface(riid, out);
     page->Release();

@@ -20,6 +20,8 @@ packages=(
   clang libfuzzer-14-dev
   # a German locale, to prove number parsing does not depend on the process locale
   locales-all
+  # the release (tools/release.sh): the installer (wixl, and msitools to read it back) and the zip
+  wixl msitools zip unzip
 )
 
 missing=()

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The whole test suite: installs what is missing, builds the four trees (native, native under
-# AddressSanitizer + UBSan, the fuzz targets under both sanitizers with clang, cross for Windows) and
+# The whole test suite: installs what is missing, builds the five trees (native, native under
+# AddressSanitizer + UBSan, the fuzz targets under both sanitizers with clang, cross for Windows with
+# the release package, and the module alone cross-built by clang with every warning an error) and
 # runs every test (the fuzz targets for a short, fixed number of runs; the Windows ones under Wine).
 # Prints "N passed, N failed" and exits non-zero on any failure.
 set -uo pipefail
@@ -42,6 +43,8 @@ run_tree native -DCMAKE_BUILD_TYPE=Debug
 run_tree asan -DCMAKE_BUILD_TYPE=Debug -DKIV_SANITIZE=ON
 run_tree fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DKIV_FUZZ=ON
 run_tree win -DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
+run_tree clang -DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE=cmake/clang-mingw-w64-x86_64.cmake -DKIV_MODULE_ONLY=ON \
+  -DKIV_WERROR=ON
 
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

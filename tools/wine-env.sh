@@ -7,10 +7,12 @@
 #   wine-env.sh teardown BUILD   stop both (the prefix stays for the next run)
 #   wine-env.sh run BUILD EXE [ARGS...]   run a Windows program there, with a time limit
 #   wine-env.sh dpi-run BUILD N EXE [ARGS...]   run a program at N dots per inch, then restore 96
+# KIV_PREFIX=NAME selects another prefix of the same tree (made the same way, sharing the display):
+# "clean" is one where the module is never registered by the tests that rely on registration.
 set -u
 cmd=$1; build=$(cd "$2" && pwd); shift 2
 state=$build/wine
-export WINEPREFIX=$state/prefix
+export WINEPREFIX=$state/${KIV_PREFIX:-prefix}
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 export WINEARCH=win64
@@ -63,7 +65,9 @@ prefix)
   fi
   ;;
 teardown)
-  "$WINESERVER" -k 2>/dev/null || true
+  for prefix in "$state"/*/; do
+    [ -f "$prefix/system.reg" ] && WINEPREFIX=${prefix%/} "$WINESERVER" -k 2>/dev/null
+  done
   if [ -f "$state/xvfb.pid" ]; then kill "$(cat "$state/xvfb.pid")" 2>/dev/null || true; rm -f "$state/xvfb.pid"; fi
   ;;
 tool)

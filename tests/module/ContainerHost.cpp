@@ -225,6 +225,25 @@ void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text) {
     GdiFlush();
 }
 
+void drawExpectedEllipse(Canvas& canvas) {
+    RECT r{0, 0, canvas.width, canvas.height};
+    FillRect(canvas.dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
+}
+
+void drawExpectedDesignModeFace(Canvas& canvas, const wchar_t* designText) {
+    if (designText != nullptr) drawExpectedDesignFace(canvas, designText);
+    else drawExpectedEllipse(canvas);
+}
+
+HRESULT drawThroughViewObject(IUnknown* control, Canvas& canvas) {
+    KivComPtr<IViewObject> view;
+    const HRESULT hr = control->QueryInterface(IID_IViewObject, view.putVoid());
+    if (FAILED(hr)) return hr;
+    const RECTL bounds{0, 0, canvas.width, canvas.height};
+    return view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0);
+}
+
 int differingPixels(const Canvas& a, const Canvas& b) {
     GdiFlush();
     int n = 0;

@@ -54,6 +54,8 @@ public:
     Hosted(const Hosted&) = delete;
     Hosted& operator=(const Hosted&) = delete;
 
+    // The control was created and its window is in place.
+    bool active() const { return control && controlWindow != nullptr; }
     std::vector<std::string>& events() { return sink->events; }
     bool isListBox() const { return m_listBox; }
     int selection() const;
@@ -96,6 +98,14 @@ struct Canvas {
 // The design-mode face drawn directly with GDI on a fresh canvas: white, and `text` centred on the
 // baseline in the DC's own font. A control's IViewObject::Draw in design mode must match it.
 void drawExpectedDesignFace(Canvas& canvas, const wchar_t* text);
+// The layer's picture drawn directly with GDI: the stock white brush over the canvas, then the
+// inscribed ellipse with a fresh DC's pen and brush (black, white).
+void drawExpectedEllipse(Canvas& canvas);
+// A control's face in design mode drawn directly with GDI: its name (`designText`) on white, or, for
+// the layer (nullptr), its picture.
+void drawExpectedDesignModeFace(Canvas& canvas, const wchar_t* designText);
+// The control drawn on the whole canvas through its IViewObject::Draw; the call's result.
+HRESULT drawThroughViewObject(IUnknown* control, Canvas& canvas);
 // The number of pixels in which two canvases of one size differ.
 int differingPixels(const Canvas& a, const Canvas& b);
 

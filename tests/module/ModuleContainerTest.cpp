@@ -25,14 +25,6 @@ std::wstring className(HWND window) {
     return name;
 }
 
-// The layer's picture drawn directly with GDI: the stock white brush over the bounds, then the
-// inscribed ellipse with a fresh DC's pen and brush (black, white).
-void drawExpectedEllipse(Canvas& canvas) {
-    RECT r{0, 0, canvas.width, canvas.height};
-    FillRect(canvas.dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    Ellipse(canvas.dc, 0, 0, canvas.width, canvas.height);
-}
-
 // Pixels in which a window's client area on screen differs from a canvas of its size.
 int differingFromScreen(HWND window, const Canvas& expected) {
     int w = 0, h = 0;
@@ -126,8 +118,7 @@ TEST_P(Module, CreatedByProgIdAndByClassIdInAtl) {
     for (const wchar_t* name : {c.progId, c.clsid}) {
         SCOPED_TRACE(narrow(name));
         Hosted h(name, guid(c.events), c.childId, 220, 21);
-        ASSERT_TRUE(h.control);
-        ASSERT_NE(h.controlWindow, nullptr);
+        ASSERT_TRUE(h.active());
         EXPECT_TRUE(IsWindowVisible(h.controlWindow));
         if (c.childId != 0) {
             ASSERT_NE(h.child, nullptr);
@@ -148,13 +139,9 @@ TEST_P(Module, DesignModeAndUserModeInOurContainer) {
     host.setAmbientColors(back, fore);
     host.setUserMode(false);
     ASSERT_EQ(host.create(clsid), S_OK);
-    KivComPtr<IViewObject> view;
-    ASSERT_EQ(host.control()->QueryInterface(IID_IViewObject, view.putVoid()), S_OK);
-    const RECTL bounds{0, 0, 160, 40};
     Canvas canvas(160, 40), expected(160, 40);
-    if (c.designText != nullptr) drawExpectedDesignFace(expected, c.designText);
-    else drawExpectedEllipse(expected);
-    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    drawExpectedDesignModeFace(expected, c.designText);
+    ASSERT_EQ(drawThroughViewObject(host.control(), canvas), S_OK);
     EXPECT_EQ(differingPixels(canvas, expected), 0) << "design mode";
 
     // User mode: the combo boxes and the list paint over a face of the container's colour, the hatch
@@ -168,9 +155,8 @@ TEST_P(Module, DesignModeAndUserModeInOurContainer) {
         DeleteObject(brush);
     }
     canvas.fill(RGB(1, 2, 3));
-    ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0), S_OK);
+    ASSERT_EQ(drawThroughViewObject(host.control(), canvas), S_OK);
     EXPECT_EQ(differingPixels(canvas, expected), 0) << "user mode";
-    view.reset();
     host.close();
 }
 

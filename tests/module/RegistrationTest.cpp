@@ -8,39 +8,13 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "KivCom.h"
 #include "ModulePath.h"
+#include "RegistrySnapshot.h"
 
 namespace {
-
-using Snapshot = std::map<std::wstring, std::wstring>;  // "key\\[value]" -> data
-
-void snapshotKey(HKEY parent, const std::wstring& path, Snapshot& out) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-    out[path + L"\\"] = L"";  // the key itself
-    wchar_t name[512];
-    BYTE data[4096];
-    for (DWORD i = 0;; ++i) {
-        DWORD nameLength = 512, dataLength = sizeof data, type = 0;
-        if (RegEnumValueW(key, i, name, &nameLength, nullptr, &type, data, &dataLength) != ERROR_SUCCESS) break;
-        std::wstring value = type == REG_SZ ? std::wstring(reinterpret_cast<wchar_t*>(data)) : L"(type " + std::to_wstring(type) + L")";
-        out[path + L"\\[" + name + L"]"] = value;
-    }
-    for (DWORD i = 0;; ++i) {
-        DWORD nameLength = 512;
-        if (RegEnumKeyExW(key, i, name, &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-        snapshotKey(parent, path.empty() ? name : path + L"\\" + name, out);
-    }
-    RegCloseKey(key);
-}
-
-Snapshot snapshot() {
-    Snapshot s;
-    snapshotKey(HKEY_CLASSES_ROOT, L"", s);
-    return s;
-}
 
 std::string narrow(const std::wstring& w) {
     std::string s;
@@ -126,13 +100,11 @@ TEST(Registration, ExactEntriesAndNothingLeftBehind) {
     ASSERT_NE(m.handle, nullptr);
     ASSERT_NE(m.reg, nullptr);
     m.unreg();  // start from an unregistered module
-    const Snapshot before = snapshot();
+    const RegistrySnapshot before = snapshotClassesRoot();
     ASSERT_EQ(m.reg(), S_OK);
-    const Snapshot after = snapshot();
+    const RegistrySnapshot after = snapshotClassesRoot();
 
-    std::map<std::wstring, std::wstring> added;
-    for (const auto& [k, v] : after)
-        if (before.find(k) == before.end()) added[k] = v;
+    RegistrySnapshot added = addedEntries(before, after);
     for (const auto& [k, v] : before) EXPECT_EQ(after.count(k), 1u) << narrow(k) << " disappeared";
 
     const std::wstring path = kivModulePath();
@@ -185,9 +157,7 @@ TEST(Registration, ExactEntriesAndNothingLeftBehind) {
     EXPECT_TRUE(libraryRegistered);
 
     ASSERT_EQ(m.unreg(), S_OK);
-    const Snapshot gone = snapshot();
-    for (const auto& [k, v] : gone) EXPECT_EQ(before.count(k), 1u) << narrow(k) << " left behind";
-    for (const auto& [k, v] : before) EXPECT_EQ(gone.count(k), 1u) << narrow(k) << " removed but not ours";
+    EXPECT_EQ(snapshotDifferences(before, snapshotClassesRoot()), std::vector<std::string>{}) << "left behind or removed";
 
     EXPECT_EQ(m.unreg(), static_cast<HRESULT>(SELFREG_E_TYPELIB));  // the library is no longer registered
     ASSERT_EQ(m.reg(), S_OK);  // leave it registered for the next tests

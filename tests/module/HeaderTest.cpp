@@ -1,0 +1,2 @@
+// The header test compiled as C++: the same source as HeaderTest.c.
+#include "HeaderTest.c"
