@@ -81,27 +81,26 @@ public:
     // IOleInPlaceSite: the control's window goes into g_frame at m_rect; no frame or document
     // window of our own (the controls take none; a host with menus and toolbars gives them here).
     STDMETHODIMP GetWindow(HWND* hwnd) override { *hwnd = g_frame; return S_OK; }
-    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
-    STDMETHODIMP OnInPlaceActivate() override { return S_OK; }
-    STDMETHODIMP OnUIActivate() override { return S_OK; }
     STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** doc, LPRECT pos, LPRECT clip,
                                   LPOLEINPLACEFRAMEINFO info) override {
         *frame = nullptr;
         *doc = nullptr;
         *pos = *clip = m_rect;
-        info->fMDIApp = FALSE;
-        info->hwndFrame = g_frame;
-        info->haccel = nullptr;
-        info->cAccelEntries = 0;
+        *info = OLEINPLACEFRAMEINFO{sizeof(OLEINPLACEFRAMEINFO), FALSE, g_frame, nullptr, 0};
         return S_OK;
     }
-    STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
+    // The notifications the controls send, which this container needs no answer to.
+    STDMETHODIMP OnInPlaceActivate() override { return S_OK; }
+    STDMETHODIMP OnUIActivate() override { return S_OK; }
     STDMETHODIMP OnUIDeactivate(BOOL) override { return S_OK; }
     STDMETHODIMP OnInPlaceDeactivate() override { return S_OK; }
-    STDMETHODIMP DiscardUndoState() override { return S_OK; }
-    STDMETHODIMP DeactivateAndUndo() override { return S_OK; }
-    STDMETHODIMP OnPosRectChange(LPCRECT) override { return S_OK; }
+    // What the controls never call: no scrolling, no undo, no context help, a fixed rectangle.
+    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
+    STDMETHODIMP DiscardUndoState() override { return E_NOTIMPL; }
+    STDMETHODIMP DeactivateAndUndo() override { return E_NOTIMPL; }
+    STDMETHODIMP OnPosRectChange(LPCRECT) override { return E_NOTIMPL; }
     // IDispatch: the ambient properties the controls read.
     STDMETHODIMP GetTypeInfoCount(UINT* n) override { *n = 0; return S_OK; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
