@@ -22,7 +22,6 @@ struct Row {
     std::string kind, declared, passed;
     DISPID dispid = 0;
     int params = 0;  // a method's parameter count, from the library
-    bool operator==(const Row& o) const { return kind == o.kind && declared == o.declared && dispid == o.dispid; }
 };
 using Rows = std::map<std::string, Row>;            // by member name
 using Interfaces = std::map<std::string, Rows>;     // by interface name
@@ -203,7 +202,7 @@ std::string vtName(VARTYPE vt) {
     }
 }
 
-// Calls a member with `args` (declaration order) and gives the result's type, or the failure.
+// Calls a member with `args` (declaration order), the result in `result` when given.
 HRESULT invoke(IDispatch* d, DISPID id, WORD flags, std::vector<VARIANT> args, VARIANT* result) {
     std::vector<VARIANT> reversed(args.rbegin(), args.rend());
     DISPID put = DISPID_PROPERTYPUT;
