@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# docs/conformance.md (and docs/hosting.md, in square brackets) cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
+# docs/conformance.md (and docs/hosting.md and docs/reference.md, in square brackets) cites tests by `Suite.Test` (or `Suite.*`, or `Instances/Suite.Test` for a
 # test run once per parameter): every cited test must exist in
 # tests/ (every cited ctest name `win.*` / `repo.*` / `tool.*` in a CMakeLists.txt, every `fuzz.<target>` in
 # tests/fuzz/targets.txt), so the catalogue
@@ -16,8 +16,12 @@ while read -r name; do
     # Literally, or as a name built in a loop (win.foundation_tests.dpi${dpi} for ...dpi96).
     # A script test is named by its function: win.script.X is kiv_add_script_test(X ...).
     stem=$(echo "${name%%\**}" | sed -E 's/[0-9]+$//')
+    # A program run again at another dpi: win.PROGRAM.dpiN, built as win.${program}.dpi${dpi}.
+    dpi_program=$(echo "$name" | sed -nE 's/^win\.([A-Za-z0-9_]+)\.dpi[0-9]+$/\1/p')
     grep -rqF --include=CMakeLists.txt -e "${name%%\**}" . ||
       grep -rqF --include=CMakeLists.txt -e "$stem\${" . ||
+      { [ -n "$dpi_program" ] && grep -rqF --include=CMakeLists.txt -e 'win.${program}.dpi${dpi}' . &&
+        grep -rqE --include=CMakeLists.txt -e "kiv_add_[a-z_]*test\($dpi_program " .; } ||
       grep -rqF --include=CMakeLists.txt -e "kiv_add_script_test(${name#win.script.} " . || { echo "missing ctest: $name"; missing=1; } ;;
   fuzz)
     if [ "$test" = "*" ]; then [ -s tests/fuzz/targets.txt ] || { echo "missing fuzz targets: $name"; missing=1; }
@@ -38,9 +42,10 @@ while read -r name; do
     fi ;;
   esac
 done < <( {
-  grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`' docs/conformance.md
-  # The hosting guide cites its tests in square brackets.
-  tr '\n' ' ' < docs/hosting.md | grep -oE '\[`[^]]*\]' | grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*]*`'
+  grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*.]*`' docs/conformance.md
+  # The hosting guide and the member reference cite their tests in square brackets.
+  cat docs/hosting.md docs/reference.md | tr '\n' ' ' | grep -oE '\[`[^]]*\]' |
+    grep -oE '`([A-Za-z][A-Za-z0-9_]*/)?[A-Za-z][A-Za-z0-9_]*\.[A-Za-z0-9_*][A-Za-z0-9_*.]*`'
 } | tr -d '`' | grep -v '^Suite\.Test$' | sort -u)
 [ $missing -eq 0 ] && echo "check-conformance: every cited test exists"
 exit $missing

@@ -157,9 +157,9 @@ HWND openBare(const BareItems& items) {
     label(frame, L"Colour", 12, 8);
     label(frame, L"Linetype", 236, 8);
     label(frame, L"Lineweight", 484, 8);
-    label(frame, L"Hatch pattern", 12, 196);
-    label(frame, L"Linetype list", 236, 196);
-    label(frame, L"Layer", 484, 196);
+    label(frame, L"Hatch pattern", 12, 186);
+    label(frame, L"Linetype list", 236, 186);
+    label(frame, L"Layer", 484, 186);
     label(frame, L"Pick a colour, a linetype or a lineweight.", 12, 350, 680);
     // The styles of the controls' own children: owner-drawn with strings, a drop-down list.
     const DWORD comboStyle = WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS |
@@ -168,9 +168,9 @@ HWND openBare(const BareItems& items) {
     HWND colour = child(frame, L"COMBOBOX", comboStyle, 1, RECT{12, 24, 220, 164});
     HWND linetype = child(frame, L"COMBOBOX", comboStyle, 2, RECT{236, 24, 468, 164});
     HWND lineweight = child(frame, L"COMBOBOX", comboStyle, 3, RECT{484, 24, 692, 164});
-    HWND list = child(frame, L"LISTBOX", listStyle, 4, RECT{236, 212, 468, 342});
-    child(frame, L"BarePicture", WS_CHILD | WS_VISIBLE, 5, RECT{12, 212, 220, 342});
-    child(frame, L"BarePicture", WS_CHILD | WS_VISIBLE, 6, RECT{484, 212, 692, 342});
+    HWND list = child(frame, L"LISTBOX", listStyle, 4, RECT{236, 202, 468, 342});
+    child(frame, L"BarePicture", WS_CHILD | WS_VISIBLE, 5, RECT{12, 202, 220, 332});
+    child(frame, L"BarePicture", WS_CHILD | WS_VISIBLE, 6, RECT{484, 202, 692, 332});
     for (const std::wstring& t : items.colours) SendMessageW(colour, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(t.c_str()));
     for (const std::wstring& t : items.linetypes) {
         SendMessageW(linetype, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(t.c_str()));

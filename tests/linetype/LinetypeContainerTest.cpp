@@ -8,6 +8,7 @@
 
 #include <cstdio>
 
+#include "CKivDpi.h"
 #include "ContainerHost.h"
 #include "PngWriter.h"
 #include "TestFiles.h"
@@ -121,6 +122,24 @@ TEST_F(LinetypeContainer, TheListKeepsLoadOrder) {
     EXPECT_EQ(h.text(3), "Dot");
     EXPECT_EQ(h.text(4), "Dashed");
     EXPECT_EQ(h.text(5), "Center");
+}
+
+// The list box is moved to the control's width and the scaled 140 pixels, whatever the control's
+// height (kept): a shorter control cuts its last rows off. The list box keeps whole rows of that height.
+TEST_F(LinetypeContainer, TheListBoxTakesTheScaledHeightWhateverTheControlsHeight) {
+    for (int controlHeight : {60, CKivDpi::scale(140)}) {
+        SCOPED_TRACE(controlHeight);
+        ListHosted h(240, controlHeight);
+        ASSERT_NE(h.child, nullptr);
+        RECT control{}, list{};
+        GetClientRect(h.controlWindow, &control);
+        GetWindowRect(h.child, &list);
+        EXPECT_EQ(control.bottom, controlHeight);
+        const int rowHeight = static_cast<int>(SendMessageW(h.child, LB_GETITEMHEIGHT, 0, 0));
+        EXPECT_EQ(list.right - list.left, 240);
+        EXPECT_LE(list.bottom - list.top, CKivDpi::scale(140));
+        EXPECT_GT(list.bottom - list.top, CKivDpi::scale(140) - rowHeight);
+    }
 }
 
 // Wine's combo box sends CBN_SELENDOK before CBN_SELCHANGE for a key press on the closed list.

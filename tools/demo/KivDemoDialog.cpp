@@ -84,9 +84,9 @@ KivDemoDialog::KivDemoDialog(bool visible) : m_frame(createFrame(visible)) {
     label(L"Colour", 12, 8);
     label(L"Linetype", 236, 8);
     label(L"Lineweight", 484, 8);
-    label(L"Hatch pattern", 12, 196);
-    label(L"Linetype list", 236, 196);
-    label(L"Layer", 484, 196);
+    label(L"Hatch pattern", 12, 186);
+    label(L"Linetype list", 236, 186);
+    label(L"Layer", 484, 186);
     m_status = label(L"Pick a colour, a linetype or a lineweight.", 12, 350, 680);
 }
 

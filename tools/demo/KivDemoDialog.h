@@ -56,9 +56,11 @@ public:
     KivControlHost colour{m_frame, KivDemoScale(RECT{12, 24, 220, 45})};
     KivControlHost linetype{m_frame, KivDemoScale(RECT{236, 24, 468, 45})};
     KivControlHost lineweight{m_frame, KivDemoScale(RECT{484, 24, 692, 45})};
-    KivControlHost hatch{m_frame, KivDemoScale(RECT{12, 212, 220, 342})};
-    KivControlHost linetypeList{m_frame, KivDemoScale(RECT{236, 212, 468, 342})};
-    KivControlHost layer{m_frame, KivDemoScale(RECT{484, 212, 692, 342})};
+    // The linetype list is as high as its list box, which the control moves to the scaled 140 pixels
+    // whatever the control's own height: a shorter control would cut its last rows off.
+    KivControlHost hatch{m_frame, KivDemoScale(RECT{12, 202, 220, 332})};
+    KivControlHost linetypeList{m_frame, KivDemoScale(RECT{236, 202, 468, 342})};
+    KivControlHost layer{m_frame, KivDemoScale(RECT{484, 202, 692, 332})};
 
 private:
     class StatusSink;

@@ -24,6 +24,7 @@ struct KivModuleModel {
     std::string version;     // the release version, "1.0.0.1"
     std::string moduleName;  // "KivLorqControls8x64"
     std::string moduleFile;  // "KivLorqControls8x64.ocx"
+    std::wstring referenceMeanings;  // an input of the member reference: its words, beside the tool
 };
 
 // Reads the tables. Fails, saying why in `error`, when a class cannot be named (a control without

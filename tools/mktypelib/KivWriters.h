@@ -12,3 +12,6 @@ bool KivWriteManifest(const KivModuleModel& model, const wchar_t* path);
 bool KivWriteInstallerRegistry(const KivModuleModel& model, const wchar_t* path);
 // The installer's TypeLib table (.idt): the library the installer registers from the module's file.
 bool KivWriteInstallerTypeLib(const KivModuleModel& model, const wchar_t* path);
+// The member reference (docs/reference.md): every member from the tables, in the words of the
+// meanings file named by model.referenceMeanings. Gaps are written into it and listed on stderr.
+bool KivWriteReference(const KivModuleModel& model, const wchar_t* path);

@@ -1,7 +1,8 @@
 // Build tool: writes everything derived from the module's tables (the dispatch tables through
 // KivLibraryDesc(), the class table KivFactories()): the type library, with ICreateTypeLib2, and the
 // outputs of the writers in KivWriters.h. Runs at build time under Wine (natively on Windows).
-// Usage: mktypelib OUTPUT=PATH... with OUTPUT one of the names in kOutputs.
+// Usage: mktypelib [meanings=PATH] OUTPUT=PATH... with OUTPUT one of the names in kOutputs;
+// `meanings` is an input: the words of the member reference (reference-meanings.txt).
 #include <cstdio>
 #include <cwchar>
 #include <string>
@@ -25,13 +26,14 @@ const Output kOutputs[] = {
     {L"manifest", &KivWriteManifest},
     {L"registry-idt", &KivWriteInstallerRegistry},
     {L"typelib-idt", &KivWriteInstallerTypeLib},
+    {L"reference", &KivWriteReference},
 };
 
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
     if (argc < 2) {
-        std::fwprintf(stderr, L"usage: mktypelib OUTPUT=PATH... (OUTPUT:");
+        std::fwprintf(stderr, L"usage: mktypelib [meanings=PATH] OUTPUT=PATH... (OUTPUT:");
         for (const Output& o : kOutputs) std::fwprintf(stderr, L" %ls", o.name);
         std::fwprintf(stderr, L")\n");
         return 2;
@@ -49,6 +51,10 @@ int wmain(int argc, wchar_t** argv) {
     for (int i = 1; i < argc && status == 0; ++i) {
         const std::wstring arg = argv[i];
         const std::wstring::size_type equals = arg.find(L'=');
+        if (arg.compare(0, equals, L"meanings") == 0) {  // an input, for the outputs after it
+            model.referenceMeanings = arg.substr(equals + 1);
+            continue;
+        }
         const Output* output = nullptr;
         for (const Output& o : kOutputs)
             if (equals != std::wstring::npos && arg.compare(0, equals, o.name) == 0) output = &o;
