@@ -8,11 +8,12 @@
 #include "HatchLineFamily.h"
 #include "IKivControlSite.h"
 #include "IKivDC.h"
+#include "KivControlCore.h"
 #include "KivHatchDrawing.h"
 #include "KivString.h"
 #include "ORVRoots/Exp/KivArray.h"
 
-class CKivHatchCtrl {
+class CKivHatchCtrl : public KivControlCore {
 public:
     // DISPIDs of _DKivHatch (the stock properties keep the platform's).
     enum DispId : int { dispidRefresh = 1, dispidMetric = 2, dispidZoomFactor = 3, dispidPattern = 4 };
@@ -23,8 +24,6 @@ public:
 
     // The defaults, then a load with the empty Pattern (which loads nothing).
     explicit CKivHatchCtrl(IKivControlSite& site);
-    CKivHatchCtrl(const CKivHatchCtrl&) = delete;
-    CKivHatchCtrl& operator=(const CKivHatchCtrl&) = delete;
 
     // _DKivHatch. Each setter and Refresh marks the control modified and redraws it.
     void Refresh();

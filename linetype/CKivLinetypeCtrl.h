@@ -3,14 +3,12 @@
 // SelChange and SelAndCloseUp carrying the row's name.
 #pragma once
 
-#include <cstdint>
-
 #include "CKivLinetypeComboBoxUtl.h"
 #include "KivLinetypeModel.h"
 
 class CKivLinetypeCtrl : public KivLinetypeModel {
 public:
-    // DISPIDs of _DKivLinetype (4 is not used) and _DKivLinetypeEvents.
+    // DISPIDs of _DKivLinetype (4 is not used).
     enum DispId : int {
         dispidComboIndex = 1,
         dispidSupportPath = 2,
@@ -29,31 +27,23 @@ public:
         dispidUnloadLinetype = 16,
         dispidSetAboutDisplay = 17,
     };
-    enum EventId : int { eventSelChange = 1, eventSelAndCloseUp = 2 };
 
-    static constexpr const char16_t* kDesignText = u"KivLinetypeComboBox";
+    // The child: the colour control's drop-down style under identifier 102, with the frame's font,
+    // selection-field height and scaled dropped height.
+    static constexpr KivChildSpec kChild{KivChildKind::ComboBox,
+                                         0x50200E13,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
+                                                      // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
+                                                      // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
+                                         102, u"KivLinetypeComboBox", true, true, true};
 
-    explicit CKivLinetypeCtrl(IKivControlSite& site);
+    explicit CKivLinetypeCtrl(IKivControlSite& site) : KivLinetypeModel(site, kChild, Placement::Sorted) {}
 
-    // Frame. The child has been created (styles CKivLinetypeComboBoxUtl::kStyle, id 102) over a
-    // client rectangle `clientHeight` pixels high: font, selection-field height, the rows, the
-    // stored selection.
-    void OnCreate(IKivChildList& child, int clientHeight);
-    void OnDestroyChild();
-    void OnSize(int width);
-    void OnSetFocus();
-    void OnEnabledChanged(bool enabled);
-    void OnCommand(int notification);
+    void DrawItem(IKivDC& dc, const KivDrawItem& item) const override { comboBox.DrawItem(dc, item); }
+    void SetAboutDisplay(bool /*display*/) {}  // does nothing, as in every control
 
-    void SetAboutDisplay(bool display);
-
-    CKivLinetypeComboBoxUtl comboBox{*this};
-    std::uint32_t changedWhileDropped = 0;
-
-protected:
-    IKivChildList& rows() const override { return comboBox.list(); }
+    CKivLinetypeComboBoxUtl comboBox{child(), *this};
 
 private:
     // The current index := the list's selection, then the event with that row's name.
-    void fireChoice(int eventId);
+    void fireChoice(int event) override { site().fireEvent(event, {KivEventArg::ofString(eventName(takeSelection()))}); }
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "KivDispatch.h"
+#include "KivDispatchHandlers.h"
 #include "KivOleControl.h"
 #include "KivTypeLibBuilder.h"
 
@@ -16,12 +17,20 @@ extern const KivDispInterface g_DKivLTypeList, g_DKivLTypeListEvents;
 
 const KivTypeLibDesc& KivLibraryDesc();
 
-// Shorthands for the tables.
-#define KIV_PROPERTY(name, id, tlb, disp, get, put) {L## #name, id, true, false, KivTlbType::tlb, disp, nullptr, 0, get, put}
-#define KIV_STOCK_PROPERTY(name, id, tlb, disp, get, put) {L## #name, id, true, true, KivTlbType::tlb, disp, nullptr, 0, get, put}
+// Shorthands for the tables: `get`, `put` and `fn` name the members they call (KivDispatchHandlers.h).
+#define KIV_PROPERTY(name, id, tlb, disp, get, put) \
+    {L## #name, id, true, false, KivTlbType::tlb, disp, nullptr, 0, KivHandlerOf<get, 0>(), KivHandlerOf<put, 1>()}
+#define KIV_STOCK_PROPERTY(name, id, tlb, disp, get, put) \
+    {L## #name, id, true, true, KivTlbType::tlb, disp, nullptr, 0, KivHandlerOf<get, 0>(), KivHandlerOf<put, 1>()}
 #define KIV_METHOD(name, id, tlb, disp, params, fn) \
-    {L## #name, id, false, false, KivTlbType::tlb, disp, params, kivCountOf(params), fn, nullptr}
-#define KIV_METHOD0(name, id, tlb, disp, fn) {L## #name, id, false, false, KivTlbType::tlb, disp, nullptr, 0, fn, nullptr}
+    {L## #name, id, false, false, KivTlbType::tlb, disp, params, kivCountOf(params), KivHandlerOf<fn, kivCountOf(params)>(), nullptr}
+#define KIV_METHOD0(name, id, tlb, disp, fn) \
+    {L## #name, id, false, false, KivTlbType::tlb, disp, nullptr, 0, KivHandlerOf<fn, 0>(), nullptr}
+// An event: a method of an event interface, fired by the control, never called.
+#define KIV_EVENT(name, id, params) {L## #name, id, false, false, KivTlbType::Void, VT_EMPTY, params, kivCountOf(params), nullptr, nullptr}
+// The stock Enabled every control but the layer has, served by the frame.
+#define KIV_STOCK_ENABLED \
+    KIV_STOCK_PROPERTY(Enabled, DISPID_ENABLED, I1, VT_BOOL, &KivOleControl::enabled, &KivOleControl::setEnabled)
 
 template <std::size_t N>
 constexpr int kivCountOf(const KivParam (&)[N]) {

@@ -25,4 +25,4 @@ HRESULT KivCreateLinetypeControl(REFIID riid, void** out);
 HRESULT KivCreateLinetypeListControl(REFIID riid, void** out);
 HRESULT KivCreateHatchControl(REFIID riid, void** out);
 HRESULT KivCreateLayerControl(REFIID riid, void** out);
-HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out);
+HRESULT KivCreatePropertyPage(UINT dialogId, REFIID riid, void** out);

@@ -14,7 +14,7 @@ INT_PTR CALLBACK pageDialogProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == 
 
 class KivPropertyPage final : public IPropertyPage {
 public:
-    KivPropertyPage(UINT dialogId, const CLSID& clsid) : m_dialogId(dialogId), m_clsid(clsid) {}
+    explicit KivPropertyPage(UINT dialogId) : m_dialogId(dialogId) {}
     ~KivPropertyPage() {
         Deactivate();
         SetObjects(0, nullptr);
@@ -74,12 +74,15 @@ public:
     STDMETHODIMP SetObjects(ULONG count, IUnknown** objects) override {
         for (IUnknown* o : m_objects) o->Release();
         m_objects.clear();
-        for (ULONG i = 0; i < count && objects != nullptr; ++i) {
-            if (objects[i] == nullptr) continue;
-            objects[i]->AddRef();
-            m_objects.push_back(objects[i]);
-        }
-        return S_OK;
+        // Each object is held once it is stored: without memory for it, it is neither held nor leaked.
+        return KivNoThrow([&] {
+            for (ULONG i = 0; i < count && objects != nullptr; ++i) {
+                if (objects[i] == nullptr) continue;
+                m_objects.push_back(objects[i]);
+                objects[i]->AddRef();
+            }
+            return S_OK;
+        });
     }
     STDMETHODIMP Show(UINT cmd) override {
         if (m_dialog != nullptr) ShowWindow(m_dialog, static_cast<int>(cmd));
@@ -102,7 +105,6 @@ public:
 private:
     KivRefCount m_refs;
     UINT m_dialogId;
-    CLSID m_clsid;
     KivComPtr<IPropertyPageSite> m_site;
     std::vector<IUnknown*> m_objects;
     HWND m_dialog = nullptr;
@@ -110,8 +112,8 @@ private:
 
 }  // namespace
 
-HRESULT KivCreatePropertyPage(UINT dialogId, const CLSID& clsid, REFIID riid, void** out) {
-    auto* page = new (std::nothrow) KivPropertyPage(dialogId, clsid);
+HRESULT KivCreatePropertyPage(UINT dialogId, REFIID riid, void** out) {
+    auto* page = new (std::nothrow) KivPropertyPage(dialogId);
     if (page == nullptr) return E_OUTOFMEMORY;
     const HRESULT hr = page->QueryInterface(riid, out);
     page->Release();

@@ -142,6 +142,7 @@ public:
     KivSelectObject(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(SelectObject(dc, object)) {}
     KivSelectObject(const KivSelectObject&) = delete;
     KivSelectObject& operator=(const KivSelectObject&) = delete;
+    KivSelectObject(KivSelectObject&& o) noexcept : m_dc(o.m_dc), m_previous(std::exchange(o.m_previous, nullptr)) {}
     ~KivSelectObject() {
         if (m_previous != nullptr && m_previous != HGDI_ERROR) SelectObject(m_dc, m_previous);
     }

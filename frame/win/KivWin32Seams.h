@@ -7,14 +7,16 @@
 
 #include <vector>
 
+#include "KivCom.h"
+
 #include "IKivChildList.h"
 #include "IKivDC.h"
+#include "KivChildControl.h"
 
 // IKivChildList over a combo box (CB_*) or list box (LB_*) window.
 class KivWin32ChildList final : public IKivChildList {
 public:
-    enum class Kind { ComboBox, ListBox };
-    KivWin32ChildList(HWND window, Kind kind) : m_hwnd(window), m_kind(kind) {}
+    KivWin32ChildList(HWND window, KivChildKind kind) : m_hwnd(window), m_kind(kind) {}
     HWND hwnd() const { return m_hwnd; }
 
     KivLResult addString(const KivString& text) override;
@@ -41,7 +43,7 @@ public:
 private:
     LRESULT send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const;
     HWND m_hwnd;
-    Kind m_kind;
+    KivChildKind m_kind;
 };
 
 // IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
@@ -106,16 +108,20 @@ public:
     void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
 
 private:
+    // One object selected into the DC: on destruction the object it replaced goes back, then the
+    // object is deleted if it was created here (stock objects are borrowed).
     struct Selection {
-        HGDIOBJ previous;
-        HGDIOBJ created;  // deleted after deselection; null for stock objects
+        KivGdiObject<HGDIOBJ> created;  // declared first: deleted after it is deselected
+        KivSelectObject selected;
+        int penWidth;
     };
-    void restore(std::vector<Selection>& stack);      // every selection, last first
-    void restoreLast(std::vector<Selection>& stack);  // the last one
+    // Records the selection first and then selects: without memory for the record nothing is
+    // selected and `created` is deleted.
+    void select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penWidth = 1);
+    static void restore(std::vector<Selection>& stack);  // every selection, last first
     HDC m_dc;
     KivGdiStrokes m_strokes;  // MoveTo and LineTo; drawn before anything else is
     std::vector<Selection> m_pens, m_brushes, m_fonts;
-    std::vector<int> m_penWidths;
 };
 
 RECT KivToRECT(const KivRect& r);

@@ -13,7 +13,7 @@ using ColourCtrl = ColourFixture;
 // ---- Construction and creation ----
 
 TEST_F(ColourCtrl, FieldsAfterConstruction) {
-    EXPECT_FALSE(ctrl.comboBox.exists());
+    EXPECT_FALSE(ctrl.child().exists());
     EXPECT_EQ(ctrl.listFilled, 0);
     EXPECT_EQ(ctrl.comboIndex, -1);
     EXPECT_EQ(ctrl.selectedColor, 0u);
@@ -21,11 +21,12 @@ TEST_F(ColourCtrl, FieldsAfterConstruction) {
     EXPECT_EQ(ctrl.layerColor, 0x00FFFFFFu);
     EXPECT_EQ(ctrl.defaultColor, 0x00FFFFFFu);
     EXPECT_EQ(ctrl.customPrefix, KivString(u"Color"));
-    EXPECT_EQ(ctrl.droppedDuringChange, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(ctrl.approvalStatusColor, 0x00FFFFFFu);
     EXPECT_EQ(ctrl.displayApprovalStatusColor, 0);
-    EXPECT_EQ(CKivColorComboBoxUtl::kStyle, 0x50200E13u);
-    EXPECT_EQ(CKivColorComboBoxUtl::kChildId, 100);
+    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.spec().id, 100);
+    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivColorComboBox"));
 }
 
 TEST_F(ColourCtrl, AfterCreationElevenItemsNoSelectionAndNoColour) {
@@ -90,7 +91,7 @@ TEST_F(ColourCtrl, FillRunsOnlyWhileListFilledIsZero) {
 TEST_F(ColourCtrl, ARecreatedChildIsFilledAgain) {
     create();
     ctrl.OnDestroyChild();
-    EXPECT_FALSE(ctrl.comboBox.exists());
+    EXPECT_FALSE(ctrl.child().exists());
     FakeComboBox second;
     ctrl.OnCreate(second, 21);
     EXPECT_EQ(second.texts(), kElevenItems);
@@ -461,7 +462,7 @@ TEST_F(ColourCtrl, MouseChoiceFiresSelChangeThenSelAndCloseUpWithTheStaleColour)
     mousePick(7);  // "Blue": SelChange still reports the colour of "Red"
     EXPECT_EQ(events().at(2), "SelChange(7,1)");
     EXPECT_EQ(events().at(3), "SelAndCloseUp(7,5)");
-    EXPECT_EQ(ctrl.droppedDuringChange, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
 }
 
 TEST_F(ColourCtrl, KeyboardChoiceWhileClosedFiresBothAtOnce) {
@@ -486,7 +487,7 @@ TEST_F(ColourCtrl, SelEndOkWhileDroppedOnlySetsTheFlag) {
     create();
     box.dropped = true;
     ctrl.OnCommand(kiv::kCbnSelEndOk);
-    EXPECT_EQ(ctrl.droppedDuringChange, 1);
+    EXPECT_EQ(ctrl.droppedDuringChange(), true);
     EXPECT_TRUE(site.events.empty());
     box.selection = 5;
     box.dropped = false;

@@ -34,17 +34,17 @@ const Texts kFixed{"ByLayer", "ByBlock", "Continuous"};
 
 TEST_F(LinetypeCtrl, ConstructionHoldsTheThreeFixedItemsAndNoDefinitionsYet) {
     EXPECT_EQ(namesOf(ctrl), kFixed);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(ctrl.items[i].definition, KivString(u"A, 12.7")) << i;
-    EXPECT_EQ(ctrl.definitions.getLogicalLength(), 0);
-    EXPECT_EQ(ctrl.sortedNames.getLogicalLength(), 0);
-    EXPECT_EQ(ctrl.currentIndex, -1);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(ctrl.items()[i].definition, KivString(u"A, 12.7")) << i;
+    EXPECT_EQ(ctrl.definitions().getLogicalLength(), 0);
+    EXPECT_EQ(ctrl.sortedNames().getLogicalLength(), 0);
+    EXPECT_EQ(ctrl.GetComboIndex(), -1);
     EXPECT_EQ(ctrl.GetSupportPath(), KivString());
     EXPECT_EQ(ctrl.GetLinetypeFile(), KivString());
-    EXPECT_EQ(ctrl.changedWhileDropped, 0u);
+    EXPECT_FALSE(ctrl.droppedDuringChange());
     EXPECT_EQ(ctrl.GetCount(), 0);  // no window, no rows
-    EXPECT_EQ(CKivLinetypeComboBoxUtl::kStyle, 0x50200E13u);
-    EXPECT_EQ(CKivLinetypeComboBoxUtl::kChildId, 102);
-    EXPECT_EQ(KivString(CKivLinetypeCtrl::kDesignText), KivString(u"KivLinetypeComboBox"));
+    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.spec().id, 102);
+    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLinetypeComboBox"));
 }
 
 TEST_F(LinetypeCtrl, CreationSetsFontFieldHeightRowsDefinitionsAndTheStoredSelection) {
@@ -86,22 +86,30 @@ TEST_F(LinetypeCtrl, LoadingDashedAddsTheRowDashedWithTheFilesDefinition) {
     ctrl.LoadLinetype(KivString(u"dashed"));
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed"}));
     EXPECT_EQ(namesOf(ctrl).back(), "Dashed");
-    EXPECT_EQ(ctrl.items[3].definition, KivString(u"A,12.7,-6.35"));
+    EXPECT_EQ(ctrl.items()[3].definition, KivString(u"A,12.7,-6.35"));
     EXPECT_EQ(ctrl.definitionOf(3), KivString(u"A,12.7,-6.35"));
     EXPECT_EQ(sortedNamesOf(ctrl), (Texts{"dashed"}));  // the name as given
     EXPECT_EQ(site.modifiedCount, 0);                   // loading does not mark the control modified
 }
 
 TEST_F(LinetypeCtrl, LoadingDashedASecondTimeAddsNothingNorDoesAFixedName) {
-    TempFile file(kSampleLin, "sample.lin");
+    // The file defines CONTINUOUS too: only the row already showing that name keeps it out.
+    TempFile file(std::string(kSampleLin) + "*CONTINUOUS,Solid line\nA,9\n", "fixed.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
+    useFile(ctrl, file, u"fixed.lin");
     ctrl.LoadLinetype(KivString(u"Dashed"));
     ctrl.LoadLinetype(KivString(u"Dashed"));
     ctrl.LoadLinetype(KivString(u"DASHED"));
     ctrl.LoadLinetype(KivString(u"continuous"));
-    EXPECT_EQ(ctrl.GetCount(), 4);
-    EXPECT_EQ(ctrl.items.getLogicalLength(), 4);
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed"}));
+    EXPECT_EQ(namesOf(ctrl), box.texts());
+    EXPECT_EQ(sortedNamesOf(ctrl), (Texts{"Dashed"}));
+    // Once row 2 shows another name, the file's CONTINUOUS loads like any other linetype (sorted as
+    // passed: "continuous" after "Dashed").
+    ctrl.DefineLinetypeContinuous(KivString(u"Solid"), KivString(u"A,1"));
+    ctrl.LoadLinetype(KivString(u"continuous"));
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Solid", "Dashed", "Continuous"}));
+    EXPECT_EQ(ctrl.definitionOf(4), KivString(u"A,9"));
 }
 
 TEST_F(LinetypeCtrl, AHeaderAtTheFirstByteIsNotFound) {
@@ -110,6 +118,13 @@ TEST_F(LinetypeCtrl, AHeaderAtTheFirstByteIsNotFound) {
     useFile(ctrl, file, u"first.lin");
     ctrl.LoadLinetype(KivString(u"DASHED"));
     EXPECT_EQ(ctrl.GetCount(), 3);
+    // The first match decides: a header at the first byte that stands again later is not found
+    // there either (kept: the lookup never searches past its first match).
+    TempFile again("*DASHED,Dashed\nA,12.7,-6.35\n;; again\n*DASHED,later\nA,2,-2\n", "again.lin");
+    useFile(ctrl, again, u"again.lin");
+    ctrl.LoadLinetype(KivString(u"DASHED"));
+    EXPECT_EQ(ctrl.GetCount(), 3);
+    EXPECT_EQ(namesOf(ctrl), kFixed);
 }
 
 TEST_F(LinetypeCtrl, ALowerCaseHeaderIsNotFound) {
@@ -175,7 +190,7 @@ TEST_F(LinetypeCtrl, MissingEmptyFolderAndWrongFilesLoadNothing) {
     ctrl.SetLinetypeFile(KivString());
     ctrl.LoadLinetype(KivString(u"DASHED"));
     EXPECT_EQ(ctrl.GetCount(), 3);
-    EXPECT_EQ(ctrl.items.getLogicalLength(), 3);
+    EXPECT_EQ(ctrl.items().getLogicalLength(), 3);
 }
 
 TEST_F(LinetypeCtrl, WindowsLineEndsKeepTheCarriageReturnInTheDefinition) {
@@ -247,11 +262,15 @@ TEST_F(LinetypeCtrl, AFiftyMegabyteFileIsReadWhole) {
 
 TEST_F(LinetypeCtrl, DefiningAFixedNameChangesNothing) {
     create();
+    ctrl.DefineLinetype(KivString(u"Dashed"), KivString(u"A,1,-1"));
+    site.modifiedCount = 0;
     ctrl.DefineLinetype(KivString(u"CONTINUOUS"), KivString(u"A,5,-5"));
     ctrl.DefineLinetype(KivString(u"bylayer"), KivString(u"A,5,-5"));
     ctrl.DefineLinetype(KivString(u"ByBlock"), KivString(u"A,5,-5"));
-    EXPECT_EQ(box.texts(), kFixed);
-    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7"}));
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed"}));
+    EXPECT_EQ(namesOf(ctrl), box.texts());
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,1,-1"}));
+    EXPECT_EQ(sortedNamesOf(ctrl), (Texts{"Dashed"}));  // no sorted name either
     EXPECT_EQ(site.modifiedCount, 0);
 }
 
@@ -268,14 +287,33 @@ TEST_F(LinetypeCtrl, DefineLinetypeByLayerStoresTheNameAsTheRowsDefinition) {
     create();
     ctrl.DefineLinetypeByLayer(KivString(u"Layer"), KivString(u"A,5,-5"));
     EXPECT_EQ(box.texts(), (Texts{"Layer", "ByBlock", "Continuous"}));
-    EXPECT_EQ(ctrl.items[0].name, KivString(u"Layer"));
-    EXPECT_EQ(ctrl.items[0].definition, KivString(u"A,5,-5"));
+    EXPECT_EQ(ctrl.items()[0].name, KivString(u"Layer"));
+    EXPECT_EQ(ctrl.items()[0].definition, KivString(u"A,5,-5"));
     EXPECT_EQ(ctrl.definitionOf(0), KivString(u"Layer"));  // kept: the name, not the definition
     ctrl.DefineLinetypeByBlock(KivString(u"Block"), KivString(u"A,1"));
     ctrl.DefineLinetypeContinuous(KivString(u"Solid"), KivString(u"A,9"));
     EXPECT_EQ(box.texts(), (Texts{"Layer", "Block", "Solid"}));
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"Layer", "Block", "Solid"}));
     EXPECT_EQ(site.modifiedCount, 3);
+}
+
+TEST_F(LinetypeCtrl, ARowTheComboRefusesIsTakenBackAndTheRowsAfterItStayInStep) {
+    create();
+    box.failAddAfter(5);
+    ctrl.DefineLinetype(KivString(u"Dot"), KivString(u"A,0,-1"));
+    ctrl.DefineLinetype(KivString(u"Dashed"), KivString(u"A,1,-1"));
+    ctrl.DefineLinetype(KivString(u"Border"), KivString(u"A,2,-2"));  // no room in the list: refused
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed", "Dot"}));
+    EXPECT_EQ(namesOf(ctrl), box.texts());
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,1,-1", "A,0,-1"}));
+    EXPECT_EQ(sortedNamesOf(ctrl), (Texts{"Dashed", "Dot"}));
+    keyPick(4);
+    EXPECT_EQ(events(), (Texts{"SelChange(\"Dot\")", "SelAndCloseUp(\"Dot\")"}));
+    // With room again the same definition arrives at its sorted place.
+    box.failAddAfter(-1);
+    ctrl.DefineLinetype(KivString(u"Border"), KivString(u"A,2,-2"));
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Border", "Dashed", "Dot"}));
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,2,-2", "A,1,-1", "A,0,-1"}));
 }
 
 // ---- Unloading ----
@@ -315,9 +353,9 @@ TEST_F(LinetypeCtrl, RemoveAllKeepsOnlyTheThreeFixedRows) {
     site.modifiedCount = 0;
     ctrl.RemoveAll();
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "Block", "Continuous"}));
-    EXPECT_EQ(ctrl.items.getLogicalLength(), 3);
+    EXPECT_EQ(ctrl.items().getLogicalLength(), 3);
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "Block", "A, 12.7"}));
-    EXPECT_EQ(ctrl.sortedNames.getLogicalLength(), 0);
+    EXPECT_EQ(ctrl.sortedNames().getLogicalLength(), 0);
     EXPECT_EQ(site.modifiedCount, 1);
     ctrl.DefineLinetype(KivString(u"Dot"), KivString(u"A,0,-1"));  // sorted anew
     EXPECT_EQ(box.textAt(3), "Dot");
@@ -333,6 +371,7 @@ TEST_F(LinetypeCtrl, SelectItemAtGivesARowsTextAndLeavesTheSelection) {
     EXPECT_EQ(ctrl.SelectItemAt(2), KivString(u"Continuous"));
     EXPECT_EQ(ctrl.SelectItemAt(3), KivString());  // past the last row
     EXPECT_EQ(box.selection, 0);
+    EXPECT_EQ(ctrl.GetComboIndex(), 0);  // the control's index stays too
 }
 
 TEST_F(LinetypeCtrl, SelectItemFindsRowsIgnoringCaseAndTheFixedNamesByPosition) {
@@ -342,7 +381,7 @@ TEST_F(LinetypeCtrl, SelectItemFindsRowsIgnoringCaseAndTheFixedNamesByPosition) 
     site.modifiedCount = 0;
     EXPECT_EQ(ctrl.SelectItem(KivString(u"DASHED")), KivString(u"DASHED"));
     EXPECT_EQ(box.selection, 3);
-    EXPECT_EQ(ctrl.currentIndex, 3);
+    EXPECT_EQ(ctrl.GetComboIndex(), 3);
     EXPECT_EQ(ctrl.SelectItem(KivString(u"bylayer")), KivString(u"bylayer"));  // row 0, whatever it shows
     EXPECT_EQ(box.selection, 0);
     EXPECT_EQ(ctrl.SelectItem(KivString(u"layer")), KivString(u"layer"));      // its display name too
@@ -355,12 +394,12 @@ TEST_F(LinetypeCtrl, SelectItemFindsRowsIgnoringCaseAndTheFixedNamesByPosition) 
 
 TEST_F(LinetypeCtrl, SelectItemWithNoMatchingRowLeavesTheSelection) {
     ctrl.SelectItem(KivString(u"ByBlock"));  // no window, no rows: nothing to select
-    EXPECT_EQ(ctrl.currentIndex, -1);
+    EXPECT_EQ(ctrl.GetComboIndex(), -1);
     create();
     ctrl.SelectItem(KivString(u"ByBlock"));
     ctrl.SelectItem(KivString(u"NoSuchLinetype"));
     EXPECT_EQ(box.selection, 1);
-    EXPECT_EQ(ctrl.currentIndex, 1);
+    EXPECT_EQ(ctrl.GetComboIndex(), 1);
 }
 
 TEST_F(LinetypeCtrl, ComboIndexSelectsAndMarksModified) {
@@ -381,7 +420,7 @@ TEST_F(LinetypeCtrl, ChoosingRowOneFiresByBlockEvenWhenItShowsAnotherName) {
     ctrl.DefineLinetypeByBlock(KivString(u"Block"), KivString(u"A,1"));
     mousePick(1);
     EXPECT_EQ(events(), (Texts{"SelChange(\"ByBlock\")", "SelAndCloseUp(\"ByBlock\")"}));
-    EXPECT_EQ(ctrl.currentIndex, 1);
+    EXPECT_EQ(ctrl.GetComboIndex(), 1);
 }
 
 TEST_F(LinetypeCtrl, EventsNameLoadedRowsByTheirDisplayName) {
@@ -448,7 +487,7 @@ TEST_F(LinetypeCtrl, InitializeRebuildsTheRowsKeepsTheDefinitionsAndForgetsTheSo
     ctrl.Initialize();
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed", "Dot"}));
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,1,-1", "A,0,-1"}));
-    EXPECT_EQ(ctrl.sortedNames.getLogicalLength(), 0);
+    EXPECT_EQ(ctrl.sortedNames().getLogicalLength(), 0);
     // With the sorted names forgotten, the next definition goes to row 3, in step everywhere.
     ctrl.DefineLinetype(KivString(u"Zigzag"), KivString(u"A,2,-2"));
     EXPECT_EQ(box.textAt(3), "Zigzag");

@@ -48,18 +48,18 @@ using Texts = std::vector<std::string>;
 
 inline Texts definitionsOf(const KivLinetypeModel& model) {
     Texts out;
-    for (int i = 0; i < model.definitions.getLogicalLength(); ++i) out.push_back(model.definitions[i].toUtf8());
+    for (int i = 0; i < model.definitions().getLogicalLength(); ++i) out.push_back(model.definitions()[i].toUtf8());
     return out;
 }
 
 inline Texts namesOf(const KivLinetypeModel& model) {
     Texts out;
-    for (int i = 0; i < model.items.getLogicalLength(); ++i) out.push_back(model.items[i].name.toUtf8());
+    for (int i = 0; i < model.items().getLogicalLength(); ++i) out.push_back(model.items()[i].name.toUtf8());
     return out;
 }
 
 inline Texts sortedNamesOf(const KivLinetypeModel& model) {
     Texts out;
-    for (int i = 0; i < model.sortedNames.getLogicalLength(); ++i) out.push_back(model.sortedNames[i].toUtf8());
+    for (int i = 0; i < model.sortedNames().getLogicalLength(); ++i) out.push_back(model.sortedNames()[i].toUtf8());
     return out;
 }

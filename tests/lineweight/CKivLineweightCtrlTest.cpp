@@ -18,16 +18,16 @@ const int kCodes[27] = {-1, -2, -3, 0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50,
 // ---- Construction and creation ----
 
 TEST_F(LineweightCtrl, FieldsAfterConstruction) {
-    EXPECT_FALSE(ctrl.comboBox.exists());
+    EXPECT_FALSE(ctrl.child().exists());
     EXPECT_EQ(ctrl.currentIndex, -1);
     EXPECT_EQ(ctrl.measurement, 0);
     EXPECT_EQ(ctrl.tooltipText, KivString());
-    EXPECT_EQ(ctrl.droppedSelection, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(ctrl.lineweights.metric().size(), 27u);
     EXPECT_EQ(ctrl.lineweights.inch().size(), 27u);
-    EXPECT_EQ(CKivLineweightComboBoxUtl::kStyle, 0x50200E13u);
-    EXPECT_EQ(CKivLineweightComboBoxUtl::kChildId, 103);
-    EXPECT_EQ(KivString(CKivLineweightCtrl::kDesignText), KivString(u"KivLineweightComboBox"));
+    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.spec().id, 103);
+    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLineweightComboBox"));
 }
 
 TEST_F(LineweightCtrl, ANewControlShowsTheInchLabelsWithTheirCodesAndNoSelection) {
@@ -233,7 +233,7 @@ TEST_F(LineweightCtrl, MouseChoiceFiresSelChangeThenOnCloseUpSelAndCloseUpWithTh
     EXPECT_EQ(events(), (Texts{"SelChange(\"0.010 \"\")", "SelAndCloseUp(\"0.010 \"\")"}));
     EXPECT_EQ(ctrl.currentIndex, 10);
     EXPECT_EQ(ctrl.GetCurrentItemLineWeight(), 25);
-    EXPECT_EQ(ctrl.droppedSelection, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(site.focusRequests, 1);  // CBN_DROPDOWN gives the control the focus
 }
 
@@ -263,11 +263,11 @@ TEST_F(LineweightCtrl, SelEndOkWhileDroppedDefersToTheCloseUp) {
     box.selection = 4;
     ctrl.OnCommand(kiv::kCbnSelEndOk);
     EXPECT_TRUE(site.events.empty());
-    EXPECT_EQ(ctrl.droppedSelection, 1);
+    EXPECT_EQ(ctrl.droppedDuringChange(), true);
     box.dropped = false;
     ctrl.OnCommand(kiv::kCbnCloseUp);
     EXPECT_EQ(events(), (Texts{"SelAndCloseUp(\"0.002 \"\")"}));
-    EXPECT_EQ(ctrl.droppedSelection, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
 }
 
 TEST_F(LineweightCtrl, EventsCarryTheReplacedSpecialText) {
