@@ -128,6 +128,15 @@ DialogAnswerer::~DialogAnswerer() {
     if (m_thread.joinable()) m_thread.join();
 }
 
+long gdiObjects() {
+    const DWORD reported = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    if (reported != 0) return static_cast<long>(reported);
+    long n = 0;
+    for (ULONG_PTR index = 1; index < 0x10000; ++index)
+        if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++n;
+    return n;
+}
+
 std::wstring windowText(HWND hwnd) {
     wchar_t text[512];
     const int n = GetWindowTextW(hwnd, text, 512);

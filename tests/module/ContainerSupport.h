@@ -117,6 +117,11 @@ private:
     std::thread m_thread;
 };
 
+// The GDI objects alive in this process. Wine answers 0 to GetGuiResources: there a GDI handle is an
+// index into the handle table in its low word, and the table answers GetObjectType for an index with
+// a zero high word, so probing every index counts the live objects.
+long gdiObjects();
+
 // Text of a window.
 std::wstring windowText(HWND hwnd);
 std::string narrow(const std::wstring& w);
