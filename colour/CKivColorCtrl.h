@@ -13,25 +13,6 @@
 
 class CKivColorCtrl : public KivChildControl {
 public:
-    // DISPIDs of _DKivColor and _DKivColorEvents.
-    enum DispId : int {
-        dispidComboIndex = 1,
-        dispidBlockColorIndex = 2,
-        dispidLayerColorIndex = 3,
-        dispidGetSelColorIndex = 5,
-        dispidSetSelColorIndex = 6,
-        dispidAddColorIndex = 7,
-        dispidSetComboText = 8,
-        dispidRGB_Equivalent = 9,
-        dispidTev_Equivalent = 10,
-        dispidFindColor = 11,
-        dispidSetTooltipText = 12,
-        dispidAboutDisplay = 13,
-        dispidDefaultColorIndex = 14,
-        dispidApprovalStatusColorIndex = 15,
-        dispidDisplayApprovalStatusColor = 16,
-    };
-
     // Positions of the layout with "ByApprovalStatus" (the type library's Colors).
     enum eColors : int {
         kByApprovalStatus = 0,
@@ -52,11 +33,8 @@ public:
 
     // The child: an owner-drawn drop-down list, identifier 100, with the frame's font, selection-field
     // height and scaled dropped height.
-    static constexpr KivChildSpec kChild{KivChildKind::ComboBox,
-                                         0x50200E13,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
-                                                      // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
-                                                      // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
-                                         100, u"KivColorComboBox", true, true, true};
+    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 100,
+                                         u"KivColorComboBox", true, true, true};
 
     CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog);
 

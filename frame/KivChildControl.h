@@ -16,6 +16,10 @@ enum class KivChildKind { ComboBox, ListBox };
 
 // What a control's child is and how the frame treats it.
 struct KivChildSpec {
+    // The style of every drop-down combo child: WS_CHILD | WS_VISIBLE | WS_VSCROLL |
+    // CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | CBS_NOINTEGRALHEIGHT | CBS_DISABLENOSCROLL.
+    static constexpr unsigned long kDropDownList = 0x50200E13;
+
     KivChildKind kind;
     unsigned long style;         // window styles of the child
     int id;                      // its child identifier

@@ -15,9 +15,6 @@
 
 class CKivHatchCtrl : public KivControlCore {
 public:
-    // DISPIDs of _DKivHatch (the stock properties keep the platform's).
-    enum DispId : int { dispidRefresh = 1, dispidMetric = 2, dispidZoomFactor = 3, dispidPattern = 4 };
-
     static constexpr const char16_t* kDesignText = u"KivHatchCtrl";
     static constexpr double kMinimumZoom = 0.05;  // ZoomFactor takes only values above it
     static constexpr double kInchFactor = 25.4;

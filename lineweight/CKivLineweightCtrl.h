@@ -18,26 +18,10 @@
 
 class CKivLineweightCtrl : public KivChildControl {
 public:
-    // DISPIDs of _DKivLineweight and _DKivLineweightEvents.
-    enum DispId : int {
-        dispidTooltipText = 1,
-        dispidMeasurement = 2,
-        dispidSelectItem = 3,
-        dispidGetCurrentItemLineWeight = 4,
-        dispidGetItemText = 5,
-        dispidSelectItemByLineWeight = 6,
-        dispidSetByLayerText = 7,
-        dispidSetByBlockText = 8,
-        dispidSetDefinitionText = 9,
-        dispidSetAboutDisplay = 10,
-    };
     // The child: the same drop-down owner-drawn style as the other combos, under its own identifier,
     // with neither font nor selection-field height set and a dropped height not scaled.
-    static constexpr KivChildSpec kChild{KivChildKind::ComboBox,
-                                         0x50200E13,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
-                                                      // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
-                                                      // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
-                                         103, u"KivLineweightComboBox", false, false, false};
+    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 103,
+                                         u"KivLineweightComboBox", false, false, false};
     // GetCurrentItemLineWeight with no selection. It is also ByLayer's code: a host that needs to
     // tell the two apart reads the selection's text with GetItemText.
     static constexpr long kNoSelection = -1;

@@ -40,3 +40,9 @@ template <class Core, class... Args>
 std::unique_ptr<KivControlBehaviour> KivMakeChildShell(KivOleControl& frame, Args&&... args) {
     return std::make_unique<KivChildShell>(frame, std::make_unique<Core>(frame, std::forward<Args>(args)...));
 }
+
+// Creates a control of class `cls` whose core, a `Core` made with its frame alone, is in the shell.
+template <class Core>
+HRESULT KivCreateChildControl(const KivControlClass& cls, REFIID riid, void** out) {
+    return KivCreateControl(cls, [](KivOleControl& frame) { return KivMakeChildShell<Core>(frame); }, riid, out);
+}

@@ -179,6 +179,30 @@ private:
     std::atomic<ULONG> m_count{1};
 };
 
+// A COM object of one interface (`Iid`) with its own reference count, deleted with its last
+// reference (the frame's enumerators, the property pages).
+template <class Interface, const IID* Iid>
+class KivComObject : public Interface {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
+        static const KivInterfaceEntry table[] = {{Iid, &kivCast<Interface, KivComObject>}, {nullptr, nullptr}};
+        return KivQueryInterface(this, table, riid, out);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return m_refs.addRef(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG n = m_refs.release();
+        if (n == 0) delete this;
+        return n;
+    }
+
+protected:
+    KivComObject() = default;
+    virtual ~KivComObject() = default;
+
+private:
+    KivRefCount m_refs;
+};
+
 // An export of a loaded module as the function type the caller names, or nullptr. GetProcAddress's
 // FARPROC is a placeholder type: the cast goes through a generic function pointer.
 template <class Function>

@@ -265,6 +265,8 @@ private:
     // The in-place site's frame and document windows (and the control's position).
     HRESULT windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document, RECT* pos = nullptr);
     void notifyPropertyChanged(DISPID dispid);
+    // A stock colour stored, the control repainted and marked modified, the sinks told.
+    void setStockColor(KivColor& stored, OLE_COLOR color, DISPID dispid);
     void viewChanged();
     HRESULT ambient(DISPID dispid, VARIANT& value);
 

@@ -70,20 +70,15 @@ HRESULT KivOleControl::ambient(DISPID dispid, VARIANT& value) {
     return ambient->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
 }
 
-void KivOleControl::setForeColor(OLE_COLOR color) {
-    m_foreColor = color;
-    if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
-    viewChanged();
-    m_dirty = true;
-    notifyPropertyChanged(DISPID_FORECOLOR);
-}
+void KivOleControl::setForeColor(OLE_COLOR color) { setStockColor(m_foreColor, color, DISPID_FORECOLOR); }
+void KivOleControl::setBackColor(OLE_COLOR color) { setStockColor(m_backColor, color, DISPID_BACKCOLOR); }
 
-void KivOleControl::setBackColor(OLE_COLOR color) {
-    m_backColor = color;
+void KivOleControl::setStockColor(KivColor& stored, OLE_COLOR color, DISPID dispid) {
+    stored = color;
     if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
     viewChanged();
     m_dirty = true;
-    notifyPropertyChanged(DISPID_BACKCOLOR);
+    notifyPropertyChanged(dispid);
 }
 
 KivColor KivOleControl::translateColor(OLE_COLOR color) {

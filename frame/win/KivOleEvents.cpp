@@ -9,21 +9,10 @@
 namespace {
 
 // A fixed list of connection points, enumerated.
-class KivEnumConnectionPoints final : public IEnumConnectionPoints {
+class KivEnumConnectionPoints final : public KivComObject<IEnumConnectionPoints, &IID_IEnumConnectionPoints> {
 public:
     KivEnumConnectionPoints(IUnknown* owner, std::vector<IConnectionPoint*> points, ULONG position = 0)
         : m_owner(owner), m_points(std::move(points)), m_position(position) {}
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
-        static const KivInterfaceEntry table[] = {
-            {&IID_IEnumConnectionPoints, &kivCast<IEnumConnectionPoints, KivEnumConnectionPoints>}, {nullptr, nullptr}};
-        return KivQueryInterface(this, table, riid, out);
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return m_refs.addRef(); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = m_refs.release();
-        if (n == 0) delete this;
-        return n;
-    }
     STDMETHODIMP Next(ULONG count, IConnectionPoint** out, ULONG* fetched) override {
         if (out == nullptr) return E_POINTER;
         ULONG n = 0;
@@ -60,7 +49,6 @@ public:
     }
 
 private:
-    KivRefCount m_refs;
     KivComPtr<IUnknown> m_owner;  // keeps the control, and so its points, alive
     std::vector<IConnectionPoint*> m_points;
     ULONG m_position;

@@ -15,10 +15,9 @@ using C = CKivLineweightCtrl;
 const KivParam kIndexText[] = {{L"index", KivTlbType::Bstr, VT_BSTR}};
 const KivParam kIndexLong[] = {{L"index", KivTlbType::I4, VT_I4}};
 const KivParam kLw[] = {{L"lw", KivTlbType::I4, VT_I4}};
-const KivParam kTxt[] = {{L"txt", KivTlbType::Bstr, VT_BSTR}};
-const KivParam kDisplay[] = {{L"display", KivTlbType::I1, VT_BOOL}};
 const KivParam kValue[] = {{L"value", KivTlbType::Bstr, VT_BSTR}};
-const KivParam kName[] = {{L"name", KivTlbType::Bstr, VT_BSTR}};
+
+const KivMember kLineweightEvents[] = {KIV_EVENT(SelChange, 1, kValue), KIV_EVENT(SelAndCloseUp, 2, kivparams::kName)};
 
 // _DKivLineweight: the properties Enabled, TooltipText, Measurement, then the methods.
 const KivMember kLineweight[] = {
@@ -28,32 +27,25 @@ const KivMember kLineweight[] = {
     KIV_METHOD(SelectItem, 3, Bstr, VT_BSTR, kIndexText, &C::SelectItem),
     KIV_METHOD0(GetCurrentItemLineWeight, 4, I4, VT_I4, &C::GetCurrentItemLineWeight),
     KIV_METHOD(GetItemText, 5, Bstr, VT_BSTR, kIndexLong, &C::GetItemText),
-    KIV_METHOD(SelectItemByLineWeight, 6, Void, VT_EMPTY, kLw, &C::SelectItemByLineWeight),
-    KIV_METHOD(SetByLayerText, 7, Void, VT_EMPTY, kTxt, &C::SetByLayerText),
-    KIV_METHOD(SetByBlockText, 8, Void, VT_EMPTY, kTxt, &C::SetByBlockText),
-    KIV_METHOD(SetDefinitionText, 9, Void, VT_EMPTY, kTxt, &C::SetDefinitionText),
-    KIV_METHOD(SetAboutDisplay, 10, Void, VT_EMPTY, kDisplay, &C::SetAboutDisplay),
-};
-const KivMember kLineweightEvents[] = {
-    KIV_EVENT(SelChange, 1, kValue),
-    KIV_EVENT(SelAndCloseUp, 2, kName),
-};
-
-const KivControlClass kLineweightClass = {
-    &CLSID_KivLineweightCtrl, &g_DKivLineweight, &g_DKivLineweightEvents, &CLSID_KivLineweightPropPage,
-    IDS_KIVLINEWEIGHT, 0x00021191, kivstock::kEnabled,
+    KIV_SUB(SelectItemByLineWeight, 6, kLw, &C::SelectItemByLineWeight),
+    // The three special texts, then the about box (which does nothing).
+    KIV_SUB(SetByLayerText, 7, kivparams::kText, &C::SetByLayerText),
+    KIV_SUB(SetByBlockText, 8, kivparams::kText, &C::SetByBlockText),
+    KIV_SUB(SetDefinitionText, 9, kivparams::kText, &C::SetDefinitionText),
+    KIV_SUB(SetAboutDisplay, 10, kivparams::kDisplay, &C::SetAboutDisplay),
 };
 
 }  // namespace
 
-const KivDispInterface g_DKivLineweight = {L"_DKivLineweight", &DIID__DKivLineweight,
-                                           L"Dispatch interface for KivLineweightControl", false, kLineweight,
-                                           static_cast<int>(sizeof kLineweight / sizeof kLineweight[0])};
-const KivDispInterface g_DKivLineweightEvents = {L"_DKivLineweightEvents", &DIID__DKivLineweightEvents,
-                                                 L"Event interface for KivLineweightControl", true, kLineweightEvents,
-                                                 static_cast<int>(sizeof kLineweightEvents / sizeof kLineweightEvents[0])};
+const KivDispInterface g_DKivLineweight = KivInterfaceOf(
+    L"_DKivLineweight", DIID__DKivLineweight, L"Dispatch interface for KivLineweightControl", false, kLineweight);
+const KivDispInterface g_DKivLineweightEvents =
+    KivInterfaceOf(L"_DKivLineweightEvents", DIID__DKivLineweightEvents, L"Event interface for KivLineweightControl",
+                   true, kLineweightEvents);
 
 HRESULT KivCreateLineweightControl(REFIID riid, void** out) {
-    return KivCreateControl(kLineweightClass, [](KivOleControl& frame) { return KivMakeChildShell<CKivLineweightCtrl>(frame); },
-                            riid, out);
+    static const KivControlClass lineweight = {
+        &CLSID_KivLineweightCtrl, &g_DKivLineweight, &g_DKivLineweightEvents, &CLSID_KivLineweightPropPage,
+        IDS_KIVLINEWEIGHT,        0x00021191,        kivstock::kEnabled};
+    return KivCreateChildControl<CKivLineweightCtrl>(lineweight, riid, out);
 }

@@ -474,26 +474,7 @@ TEST_F(ColourCtrl, KeyboardChoiceWhileClosedFiresBothAtOnce) {
     EXPECT_EQ(site.focusRequests, 0);
 }
 
-TEST_F(ColourCtrl, OpeningAndClosingWithoutChangeFiresNothing) {
-    create();
-    box.dropped = true;
-    ctrl.OnCommand(kiv::kCbnDropDown);
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_TRUE(site.events.empty());
-}
 
-TEST_F(ColourCtrl, SelEndOkWhileDroppedOnlySetsTheFlag) {
-    create();
-    box.dropped = true;
-    ctrl.OnCommand(kiv::kCbnSelEndOk);
-    EXPECT_EQ(ctrl.droppedDuringChange(), true);
-    EXPECT_TRUE(site.events.empty());
-    box.selection = 5;
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_EQ(events(), (Texts{"SelAndCloseUp(5,7)"}));
-}
 
 TEST_F(ColourCtrl, EventDispidsAndArgumentTypes) {
     create();

@@ -11,20 +11,8 @@ namespace {
 class LinetypeCtrl : public LinetypeFixture {
 protected:
     void create(int height = 21) { ctrl.OnCreate(box, height); }
-    void mousePick(int index) {
-        box.dropped = true;
-        ctrl.OnCommand(kiv::kCbnDropDown);
-        box.selection = index;
-        ctrl.OnCommand(kiv::kCbnSelChange);
-        ctrl.OnCommand(kiv::kCbnSelEndOk);
-        box.dropped = false;
-        ctrl.OnCommand(kiv::kCbnCloseUp);
-    }
-    void keyPick(int index) {
-        box.selection = index;
-        ctrl.OnCommand(kiv::kCbnSelChange);
-        ctrl.OnCommand(kiv::kCbnSelEndOk);
-    }
+    void mousePick(int index) { ControlFixture::mousePick(ctrl, index); }
+    void keyPick(int index) { ControlFixture::keyPick(ctrl, index); }
     CKivLinetypeCtrl ctrl{site};
 };
 const Texts kFixed{"ByLayer", "ByBlock", "Continuous"};
@@ -430,26 +418,7 @@ TEST_F(LinetypeCtrl, EventsNameLoadedRowsByTheirDisplayName) {
     EXPECT_EQ(events(), (Texts{"SelChange(\"Dashed\")", "SelAndCloseUp(\"Dashed\")"}));
 }
 
-TEST_F(LinetypeCtrl, OpeningAndClosingWithoutAChangeFiresNothingAndDropDownTakesTheFocus) {
-    create();
-    box.dropped = true;
-    ctrl.OnCommand(kiv::kCbnDropDown);
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_TRUE(site.events.empty());
-    EXPECT_EQ(site.focusRequests, 1);
-}
 
-TEST_F(LinetypeCtrl, SelEndOkWhileDroppedWaitsForTheCloseUp) {
-    create();
-    box.dropped = true;
-    box.selection = 2;
-    ctrl.OnCommand(kiv::kCbnSelEndOk);
-    EXPECT_TRUE(site.events.empty());
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_EQ(events(), (Texts{"SelAndCloseUp(\"Continuous\")"}));
-}
 
 TEST_F(LinetypeCtrl, ANotificationWithoutSelectionReportsAnEmptyName) {
     create();

@@ -2,13 +2,9 @@
 // the notification sequences a real combo box sends for a mouse and a keyboard choice.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include "CKivDpi.h"
 #include "CKivLinetypeCtrl.h"
 #include "CKivLinetypeListCtrl.h"
-#include "FakeComboBox.h"
-#include "RecordingSite.h"
+#include "ControlFixture.h"
 #include "TestFiles.h"
 
 // A comment line first (a header at the very first byte is never found), then linetypes.
@@ -23,28 +19,15 @@ constexpr const char* kSampleLin =
     "*dashdot,lower case header\n"
     "A,12.7,-6.35,0,-6.35\n";
 
-class LinetypeFixture : public ::testing::Test {
+class LinetypeFixture : public ControlFixture {
 protected:
-    void SetUp() override {
-        CKivDpi::setDpiForTesting(96);
-        CKivDpi::setComboBoxMetricsForTesting(4, 13);
-    }
-    void TearDown() override { CKivDpi::resetForTesting(); }
-
     // Points the control at `file`: SupportPath its folder, LinetypeFile its name.
     template <class Control>
     static void useFile(Control& control, const TempFile& file, const char16_t* name) {
         control.SetSupportPath(file.folder());
         control.SetLinetypeFile(KivString(name));
     }
-
-    std::vector<std::string> events() const { return site.eventSummaries(); }
-
-    FakeComboBox box;
-    RecordingSite site;
 };
-
-using Texts = std::vector<std::string>;
 
 inline Texts definitionsOf(const KivLinetypeModel& model) {
     Texts out;

@@ -1,17 +1,9 @@
 #include "ContainerSupport.h"
+
+#include "KivContainer.h"
 #include <cstdio>
 
-void pumpMessages(DWORD ms) {
-    const DWORD until = GetTickCount() + ms;
-    do {
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
-        }
-        Sleep(5);
-    } while (static_cast<LONG>(until - GetTickCount()) > 0);
-}
+void pumpMessages(DWORD ms) { KivPumpMessages(ms); }
 
 STDMETHODIMP EventSink::QueryInterface(REFIID riid, void** out) {
     if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) || IsEqualIID(riid, m_events)) {

@@ -303,6 +303,18 @@ HRESULT KivCallByName(IDispatch* d, const wchar_t* name, WORD flags, std::vector
     return hr;
 }
 
+void KivPumpMessages(DWORD ms) {
+    const DWORD until = GetTickCount() + ms;
+    do {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        Sleep(5);
+    } while (static_cast<LONG>(until - GetTickCount()) > 0);
+}
+
 VARIANT KivShort(short v) {
     VARIANT x;
     V_VT(&x) = VT_I2;

@@ -225,3 +225,10 @@ void KivRasterDC::ellipse(const KivRect& r) {
             if (d <= 1.0) setPixel(x + m_originX, y + m_originY, d > 0.85 ? m_pens.back().color : brushColor(m_brushes.back()));
         }
 }
+
+KivColor KivRasterDC::getBkColor() { return m_bkColor; }
+// Labels are drawn by the text renderer in its own face: the stock font changes nothing here.
+void KivRasterDC::selectStockFont(KivStockObject) {}
+void KivRasterDC::restoreFont() {}
+// The rows copy a 0 x 0 bitmap onto the sample box: nothing to draw.
+void KivRasterDC::bitBltFromCompatibleBitmap(int, int, const KivRect&, unsigned long) {}
