@@ -97,30 +97,6 @@ TEST_F(ColourCtrl, ARecreatedChildIsFilledAgain) {
     EXPECT_EQ(second.texts(), kElevenItems);
 }
 
-// ---- Frame messages ----
-
-TEST_F(ColourCtrl, SizeMovesTheChildToTheDroppedHeight) {
-    ctrl.OnSize(200);  // no child yet: nothing
-    create();
-    box.log.clear();
-    ctrl.OnSize(200);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,200,140,TRUE)"}));
-    CKivDpi::setDpiForTesting(144);
-    box.log.clear();
-    ctrl.OnSize(300);
-    EXPECT_EQ(box.log.back(), "MoveWindow(0,0,300,210,TRUE)");
-}
-
-TEST_F(ColourCtrl, FocusAndEnabledGoToTheChild) {
-    create();
-    box.log.clear();
-    ctrl.OnSetFocus();
-    ctrl.OnEnabledChanged(false);
-    EXPECT_FALSE(box.enabled);
-    ctrl.OnEnabledChanged(true);
-    EXPECT_EQ(box.log, (Texts{"SetFocus", "EnableWindow(FALSE)", "EnableWindow(TRUE)"}));
-}
-
 // ---- SetSelColorIndex / GetSelColorIndex ----
 
 TEST_F(ColourCtrl, SetSelColorIndexOfTheLogicalColoursWithoutApprovalStatus) {
@@ -473,8 +449,6 @@ TEST_F(ColourCtrl, KeyboardChoiceWhileClosedFiresBothAtOnce) {
     EXPECT_EQ(ctrl.GetSelColorIndex(), 2);
     EXPECT_EQ(site.focusRequests, 0);
 }
-
-
 
 TEST_F(ColourCtrl, EventDispidsAndArgumentTypes) {
     create();

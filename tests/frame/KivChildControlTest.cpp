@@ -1,6 +1,7 @@
 // What the frame does alike for every control with an owner-drawn child, run once per control: the
-// design-mode face with the control's own name, and the drop-down rule as each combo's events show
-// it (the rule itself: DropDownChoice).
+// design-mode face with the control's own name, size (the dropped height scaled for the dpi or,
+// the lineweight's, a literal 140), focus and Enabled passed to the child, and the drop-down rule as
+// each combo's events show it (the rule itself: DropDownChoice).
 #include <functional>
 #include <memory>
 
@@ -19,6 +20,7 @@ struct ChildCase {
     const char* designText;  // what its design-mode face writes
     int row;                 // a row of its filled child
     const char* rowEvent;    // the arguments of an event for that row, chosen in a new control
+    int droppedAt144;        // the dropped list's height at 144 dpi: 210, or a literal 140
 };
 
 // Test names and failure messages show the control's name.
@@ -31,11 +33,11 @@ std::unique_ptr<KivChildControl> make(RecordingSite& site, ScriptedColorDialog&)
 
 const ChildCase kCombos[] = {
     {"Colour", [](RecordingSite& s, ScriptedColorDialog& d) { return std::make_unique<CKivColorCtrl>(s, d); },
-     "KivColorComboBox", 5, "(5,7)"},  // the colour of the stored item: none yet, CB_ERR read as white
-    {"Lineweight", &make<CKivLineweightCtrl>, "KivLineweightComboBox", 4, "(\"0.002 \"\")"},
-    {"Linetype", &make<CKivLinetypeCtrl>, "KivLinetypeComboBox", 2, "(\"Continuous\")"},
+     "KivColorComboBox", 5, "(5,7)", 210},  // the colour of the stored item: none yet, CB_ERR read as white
+    {"Lineweight", &make<CKivLineweightCtrl>, "KivLineweightComboBox", 4, "(\"0.002 \"\")", 140},
+    {"Linetype", &make<CKivLinetypeCtrl>, "KivLinetypeComboBox", 2, "(\"Continuous\")", 210},
 };
-const ChildCase kList = {"LinetypeList", &make<CKivLinetypeListCtrl>, "KivLinetypeListBox", 0, "(\"ByLayer\")"};
+const ChildCase kList = {"LinetypeList", &make<CKivLinetypeListCtrl>, "KivLinetypeListBox", 0, "(\"ByLayer\")", 210};
 
 class ChildFrame : public ControlFixture, public ::testing::WithParamInterface<ChildCase> {
 protected:
@@ -63,6 +65,24 @@ TEST_P(ChildFrame, DesignModeWritesTheControlsOwnNameOnWhite) {
                                "GetTextExtentPoint32(\"" + text + "\")", "TextOut(60,16,\"" + text + "\")",
                                "SetBkColor(" + RecordingDC::hex(dc.bkColor) + ")"}));
     EXPECT_TRUE(box.log.empty());  // the child is not touched in design mode
+}
+
+TEST_P(ChildFrame, SizeMovesTheChildToItsDroppedHeightScaledOrNot) {
+    GetParam().make(site, dialog)->OnSize(200);  // a control without its child yet: nothing to move
+    ctrl->OnSize(200);
+    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,200,140,TRUE)"}));
+    CKivDpi::setDpiForTesting(144);
+    box.log.clear();
+    ctrl->OnSize(300);
+    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,300," + std::to_string(GetParam().droppedAt144) + ",TRUE)"}));
+}
+
+TEST_P(ChildFrame, FocusAndEnabledGoToTheChild) {
+    ctrl->OnSetFocus();
+    ctrl->OnEnabledChanged(false);
+    EXPECT_FALSE(box.enabled);
+    ctrl->OnEnabledChanged(true);
+    EXPECT_EQ(box.log, (Texts{"SetFocus", "EnableWindow(FALSE)", "EnableWindow(TRUE)"}));
 }
 
 TEST_P(ComboChoice, OpeningAndClosingWithoutAChangeFiresNothingAndDropDownTakesTheFocus) {

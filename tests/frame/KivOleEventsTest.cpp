@@ -43,7 +43,7 @@ KivComPtr<IConnectionPoint> pointOf(KivOleControl* frame, const IID& iid) {
 
 // An event or property-notify sink whose handler can run a step of the test. Its memory is the
 // test's (never freed), so a call after its last reference went is seen, not undefined.
-class ProbeSink final : public IDispatch, public IPropertyNotifySink {
+class ProbeSink final : public KivDispatchWithoutTypes, public IPropertyNotifySink {
 public:
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
         *out = nullptr;
@@ -58,12 +58,6 @@ public:
         if (--refs == 0) released = true;
         return refs;
     }
-    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
-        *n = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override { return heard(); }
     STDMETHODIMP OnChanged(DISPID) override { return heard(); }
     STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
@@ -83,25 +77,29 @@ private:
     }
 };
 
-// Advises both sinks on the point and leaves it their only holder; the first one's handler unadvises
-// the second.
-void adviseWhereTheFirstUnadvisesTheSecond(IConnectionPoint* point, ProbeSink& first, ProbeSink& second) {
-    DWORD firstCookie = 0, secondCookie = 0;
-    ASSERT_EQ(point->Advise(static_cast<IDispatch*>(&first), &firstCookie), S_OK);
-    ASSERT_EQ(point->Advise(static_cast<IDispatch*>(&second), &secondCookie), S_OK);
-    first.Release();
-    second.Release();
-    first.onCall = [point, secondCookie] { point->Unadvise(secondCookie); };
-}
+// Two sinks advised on a frame's connection point, their only holder then; the first one's handler
+// unadvises the second. (The sinks are declared first: the frame lets them go before they end.)
+class ConnectionPoints : public ::testing::Test {
+protected:
+    void adviseWhereTheFirstUnadvisesTheSecond(const IID& iid) {
+        point = pointOf(frame.get(), iid);
+        ASSERT_TRUE(point);
+        DWORD firstCookie = 0, secondCookie = 0;
+        ASSERT_EQ(point->Advise(static_cast<IDispatch*>(&first), &firstCookie), S_OK);
+        ASSERT_EQ(point->Advise(static_cast<IDispatch*>(&second), &secondCookie), S_OK);
+        first.Release();
+        second.Release();
+        first.onCall = [this, secondCookie] { point->Unadvise(secondCookie); };
+    }
+    ProbeSink first, second;
+    KivComPtr<KivOleControl> frame = newFrame();
+    KivComPtr<IConnectionPoint> point;
+};
 
 }  // namespace
 
-TEST(KivConnectionPoint, AnEventSinkUnadvisedByAnotherSinksHandlerIsNotCalledOnceReleased) {
-    KivComPtr<KivOleControl> frame = newFrame();
-    KivComPtr<IConnectionPoint> point = pointOf(frame.get(), kEventsIid);
-    ASSERT_TRUE(point);
-    ProbeSink first, second;
-    adviseWhereTheFirstUnadvisesTheSecond(point.get(), first, second);
+TEST_F(ConnectionPoints, AnEventSinkUnadvisedByAnotherSinksHandlerIsNotCalledOnceReleased) {
+    adviseWhereTheFirstUnadvisesTheSecond(kEventsIid);
     frame->fireEvent(1, {KivEventArg::ofLong(3)});
     EXPECT_EQ(first.calls, 1);
     EXPECT_EQ(second.calls, 1);  // it was advised when the event began: it hears it, still alive
@@ -112,40 +110,27 @@ TEST(KivConnectionPoint, AnEventSinkUnadvisedByAnotherSinksHandlerIsNotCalledOnc
     EXPECT_EQ(second.calls, 1);
 }
 
-TEST(KivConnectionPoint, APropertySinkUnadvisedByAnotherSinksHandlerIsNotCalledOnceReleased) {
-    KivComPtr<KivOleControl> frame = newFrame();
-    KivComPtr<IConnectionPoint> point = pointOf(frame.get(), IID_IPropertyNotifySink);
-    ASSERT_TRUE(point);
-    ProbeSink first, second;
-    adviseWhereTheFirstUnadvisesTheSecond(point.get(), first, second);
+TEST_F(ConnectionPoints, APropertySinkUnadvisedByAnotherSinksHandlerIsNotCalledOnceReleased) {
+    adviseWhereTheFirstUnadvisesTheSecond(IID_IPropertyNotifySink);
     frame->setEnabled(false);
     EXPECT_EQ(first.calls, 1);
     EXPECT_FALSE(second.calledAfterRelease);
     EXPECT_TRUE(second.released);
 }
 
-TEST(KivConnectionPoint, EnumeratingThePointsWithoutMemoryAnswersOutOfMemoryAndLeavesNothing) {
-    KivComPtr<KivOleControl> frame = newFrame();
+TEST_F(ConnectionPoints, EnumeratingThePointsWithoutMemoryAnswersOutOfMemoryAndLeavesNothing) {
+    using Points = KivComPtr<IEnumConnectionPoints>;
+    auto none = [] { return Points(); };
+    auto madeOnlyWithMemory = [](const Points& made, HRESULT hr, long failing) {
+        EXPECT_EQ(hr, failing == 0 ? S_OK : E_OUTOFMEMORY);
+        EXPECT_EQ(static_cast<bool>(made), failing == 0);
+    };
     auto* container = static_cast<IConnectionPointContainer*>(frame.get());
-    KivComPtr<IEnumConnectionPoints> points;
-    const long made = failingnew::allocationsOf([&] { ASSERT_EQ(container->EnumConnectionPoints(points.put()), S_OK); });
-    ASSERT_GE(made, 1);
-    for (long n = 1; n <= made; ++n) {
-        SCOPED_TRACE("allocation " + std::to_string(n) + " of " + std::to_string(made) + " fails");
-        IEnumConnectionPoints* e = nullptr;
-        HRESULT enumerated, cloned;
-        {
-            failingnew::FailingAllocation failing(n);
-            enumerated = container->EnumConnectionPoints(&e);
-        }
-        {
-            failingnew::FailingAllocation failing(n);
-            cloned = points->Clone(&e);
-        }
-        EXPECT_EQ(enumerated, E_OUTOFMEMORY);
-        EXPECT_EQ(cloned, E_OUTOFMEMORY);
-        EXPECT_EQ(e, nullptr);
-    }
+    failingnew::failEachAllocation(
+        none, [&](Points& made) { return container->EnumConnectionPoints(made.put()); }, madeOnlyWithMemory);
+    Points points;
+    ASSERT_EQ(container->EnumConnectionPoints(points.put()), S_OK);
+    failingnew::failEachAllocation(none, [&](Points& clone) { return points->Clone(clone.put()); }, madeOnlyWithMemory);
     points.reset();
     frame->AddRef();
     EXPECT_EQ(frame->Release(), 1u);  // no enumerator holds the frame
@@ -160,30 +145,21 @@ TEST(KivOleControlPersistence, ALoadThatCannotNotifyItsChangeStillLoadsWithoutAn
         source->setEnabled(false);
         ASSERT_EQ(static_cast<IPersistStreamInit*>(source.get())->Save(saved.get(), TRUE), S_OK);
     }
-    auto loadInto = [&](KivOleControl* frame) {
-        const LARGE_INTEGER start{};
-        saved->Seek(start, STREAM_SEEK_SET, nullptr);
-        return static_cast<IPersistStreamInit*>(frame)->Load(saved.get());
-    };
     ProbeSink sink;
-    auto advised = [&] {
-        KivComPtr<KivOleControl> frame = newFrame();
-        DWORD cookie = 0;
-        pointOf(frame.get(), IID_IPropertyNotifySink)->Advise(static_cast<IDispatch*>(&sink), &cookie);
-        return frame;
-    };
-    KivComPtr<KivOleControl> counted = advised();
-    const long made = failingnew::allocationsOf([&] { EXPECT_EQ(loadInto(counted.get()), S_OK); });
-    ASSERT_GE(made, 1);
-    for (long n = 1; n <= made; ++n) {
-        SCOPED_TRACE("allocation " + std::to_string(n) + " of " + std::to_string(made) + " fails");
-        KivComPtr<KivOleControl> frame = advised();
-        HRESULT loaded;
-        {
-            failingnew::FailingAllocation failing(n);
-            loaded = loadInto(frame.get());
-        }
-        EXPECT_EQ(loaded, S_OK);
-        EXPECT_FALSE(frame->enabled());
-    }
+    failingnew::failEachAllocation(
+        [&] {
+            KivComPtr<KivOleControl> frame = newFrame();
+            DWORD cookie = 0;
+            pointOf(frame.get(), IID_IPropertyNotifySink)->Advise(static_cast<IDispatch*>(&sink), &cookie);
+            return frame;
+        },
+        [&](KivComPtr<KivOleControl>& frame) {
+            const LARGE_INTEGER start{};
+            saved->Seek(start, STREAM_SEEK_SET, nullptr);
+            return static_cast<IPersistStreamInit*>(frame.get())->Load(saved.get());
+        },
+        [](const KivComPtr<KivOleControl>& frame, HRESULT hr, long) {
+            EXPECT_EQ(hr, S_OK);
+            EXPECT_FALSE(frame->enabled());
+        });
 }

@@ -52,19 +52,6 @@ TEST_F(LinetypeCtrl, GetCountAfterConstructionAndInitializeIsThree) {
     EXPECT_EQ(box.texts(), kFixed);
 }
 
-TEST_F(LinetypeCtrl, SizeFocusAndEnabled) {
-    create();
-    box.log.clear();
-    ctrl.OnSize(180);
-    ctrl.OnSetFocus();
-    ctrl.OnEnabledChanged(false);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,180,140,TRUE)", "SetFocus", "EnableWindow(FALSE)"}));
-    CKivDpi::setDpiForTesting(144);
-    box.log.clear();
-    ctrl.OnSize(180);
-    EXPECT_EQ(box.log.back(), "MoveWindow(0,0,180,210,TRUE)");
-}
-
 // ---- Loading ----
 
 TEST_F(LinetypeCtrl, LoadingDashedAddsTheRowDashedWithTheFilesDefinition) {
@@ -417,8 +404,6 @@ TEST_F(LinetypeCtrl, EventsNameLoadedRowsByTheirDisplayName) {
     keyPick(3);
     EXPECT_EQ(events(), (Texts{"SelChange(\"Dashed\")", "SelAndCloseUp(\"Dashed\")"}));
 }
-
-
 
 TEST_F(LinetypeCtrl, ANotificationWithoutSelectionReportsAnEmptyName) {
     create();

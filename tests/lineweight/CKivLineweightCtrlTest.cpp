@@ -64,30 +64,6 @@ TEST_F(LineweightCtrl, ValuesSetBeforeCreationAreAppliedWhenTheListIsBuilt) {
     EXPECT_EQ(box.selection, 10);
 }
 
-// ---- Frame messages and the departures from the other controls ----
-
-TEST_F(LineweightCtrl, SizeMovesTheChildToALiteral140PixelsAtEveryDpi) {
-    ctrl.OnSize(200);  // no child yet: nothing
-    create();
-    box.log.clear();
-    ctrl.OnSize(200);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,200,140,TRUE)"}));
-    CKivDpi::setDpiForTesting(144);  // not scaled: 140 again, where the colour control takes 210
-    box.log.clear();
-    ctrl.OnSize(300);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,300,140,TRUE)"}));
-}
-
-TEST_F(LineweightCtrl, FocusAndEnabledGoToTheChild) {
-    create();
-    box.log.clear();
-    ctrl.OnSetFocus();
-    ctrl.OnEnabledChanged(false);
-    EXPECT_FALSE(box.enabled);
-    ctrl.OnEnabledChanged(true);
-    EXPECT_EQ(box.log, (Texts{"SetFocus", "EnableWindow(FALSE)", "EnableWindow(TRUE)"}));
-}
-
 // ---- Measurement ----
 
 TEST_F(LineweightCtrl, MeasurementSwitchesTheLabelsAndKeepsTheSelectedIndex) {
@@ -237,7 +213,6 @@ TEST_F(LineweightCtrl, MouseChoiceFiresSelChangeThenOnCloseUpSelAndCloseUpWithTh
     EXPECT_EQ(site.focusRequests, 1);  // CBN_DROPDOWN gives the control the focus
 }
 
-
 TEST_F(LineweightCtrl, SelEndOkWhileClosedFiresSelAndCloseUpAtOnce) {
     create();
     ctrl.SetMeasurement(1);
@@ -248,7 +223,6 @@ TEST_F(LineweightCtrl, SelEndOkWhileClosedFiresSelAndCloseUpAtOnce) {
     keyPick(25);
     EXPECT_EQ(events(), (Texts{"SelAndCloseUp(\"2.11 mm\")", "SelChange(\"2.00 mm\")", "SelAndCloseUp(\"2.00 mm\")"}));
 }
-
 
 TEST_F(LineweightCtrl, EventsCarryTheReplacedSpecialText) {
     create();

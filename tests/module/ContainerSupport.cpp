@@ -55,16 +55,6 @@ STDMETHODIMP AmbientSite::Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*,
     return DISP_E_MEMBERNOTFOUND;
 }
 
-STDMETHODIMP MemoryPropertyBag::QueryInterface(REFIID riid, void** out) {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPropertyBag)) {
-        *out = static_cast<IPropertyBag*>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
 STDMETHODIMP MemoryPropertyBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*) {
     const auto it = values.find(name);
     if (it == values.end()) return E_INVALIDARG;

@@ -25,34 +25,27 @@ public:
 };
 
 
-KivComPtr<IPropertyPage> newPage() {
-    KivComPtr<IPropertyPage> page;
-    EXPECT_EQ(KivCreatePropertyPage(IDD_PROPPAGE_KIVCOLOR, IID_IPropertyPage, page.putVoid()), S_OK);
-    return page;
-}
 }  // namespace
 
 TEST(KivPropertyPage, ObjectsItHasNoMemoryToStoreAreNeitherHeldNorLeaked) {
     Counted first, second;
     IUnknown* objects[] = {&first, &second};
-    KivComPtr<IPropertyPage> counted = newPage();
-    const long made = failingnew::allocationsOf([&] { EXPECT_EQ(counted->SetObjects(2, objects), S_OK); });
-    EXPECT_EQ(first.refs, 2u);  // held once each
-    EXPECT_EQ(second.refs, 2u);
-    counted.reset();  // a page lets its objects go with it
-    EXPECT_EQ(first.refs, 1u);
-    ASSERT_GE(made, 1);
-    for (long n = 1; n <= made; ++n) {
-        SCOPED_TRACE("allocation " + std::to_string(n) + " of " + std::to_string(made) + " fails");
-        KivComPtr<IPropertyPage> page = newPage();
-        HRESULT stored;
-        {
-            failingnew::FailingAllocation failing(n);
-            stored = page->SetObjects(2, objects);
-        }
-        EXPECT_EQ(stored, E_OUTOFMEMORY);
-        page.reset();
-        EXPECT_EQ(first.refs, 1u);
-        EXPECT_EQ(second.refs, 1u);
-    }
+    failingnew::failEachAllocation(
+        [] {
+            KivComPtr<IPropertyPage> page;
+            EXPECT_EQ(KivCreatePropertyPage(IDD_PROPPAGE_KIVCOLOR, IID_IPropertyPage, page.putVoid()), S_OK);
+            return page;
+        },
+        [&](KivComPtr<IPropertyPage>& page) { return page->SetObjects(2, objects); },
+        [&](KivComPtr<IPropertyPage>& page, HRESULT hr, long failing) {
+            EXPECT_EQ(hr, failing == 0 ? S_OK : E_OUTOFMEMORY);
+            if (failing == 0) {
+                EXPECT_EQ(first.refs + second.refs, 4u);  // held once each
+            }
+            EXPECT_LE(first.refs, 2u);  // those stored before the failure are held once, the others not
+            EXPECT_LE(second.refs, 2u);
+            page.reset();  // a page lets its objects go with it
+            EXPECT_EQ(first.refs, 1u);
+            EXPECT_EQ(second.refs, 1u);
+        });
 }
