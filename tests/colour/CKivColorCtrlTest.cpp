@@ -8,7 +8,16 @@ const Texts kElevenItems{"ByLayer", "ByBlock", "Default", "Red",   "Yellow",  "G
                          "Cyan",    "Blue",    "Magenta", "White", "Select.."};
 }
 
-using ColourCtrl = ColourFixture;
+class ColourCtrl : public ColourFixture {
+protected:
+    // SetSelColorIndex(idxTev) selects the item at `position`, and GetSelColorIndex then answers
+    // `answer`.
+    void expectSelects(short idxTev, int position, short answer) {
+        ctrl.SetSelColorIndex(idxTev);
+        EXPECT_EQ(box.selection, position) << "SetSelColorIndex(" << idxTev << ")";
+        EXPECT_EQ(ctrl.GetSelColorIndex(), answer) << "SetSelColorIndex(" << idxTev << ")";
+    }
+};
 
 // ---- Construction and creation ----
 
@@ -101,40 +110,26 @@ TEST_F(ColourCtrl, ARecreatedChildIsFilledAgain) {
 
 TEST_F(ColourCtrl, SetSelColorIndexOfTheLogicalColoursWithoutApprovalStatus) {
     create();
-    ctrl.SetSelColorIndex(256);
-    EXPECT_EQ(box.selection, 0);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 256);
-    ctrl.SetSelColorIndex(0);
-    EXPECT_EQ(box.selection, 1);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 0);
-    ctrl.SetSelColorIndex(257);
-    EXPECT_EQ(box.selection, 2);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 257);
+    expectSelects(256, 0, 256);
+    expectSelects(0, 1, 0);
+    expectSelects(257, 2, 257);
 }
 
 TEST_F(ColourCtrl, SetSelColorIndexMinusOneSelectsByBlockWithoutApprovalStatus) {
     create();
-    ctrl.SetSelColorIndex(-1);
-    EXPECT_EQ(box.selection, 1);  // "ByBlock": -1 is not lowered (kept)
+    expectSelects(-1, 1, 0);  // "ByBlock": -1 is not lowered (kept)
     EXPECT_EQ(box.textAt(1), "ByBlock");
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 0);
 }
 
 TEST_F(ColourCtrl, SetSelColorIndexMinusOneSelectsByLayerWithApprovalStatus) {
     create();
     ctrl.SetDisplayApprovalStatusColor(1);
-    ctrl.SetSelColorIndex(-1);
-    EXPECT_EQ(box.selection, 1);
+    expectSelects(-1, 1, 256);
     EXPECT_EQ(box.textAt(1), "ByLayer");
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 256);
-    ctrl.SetSelColorIndex(258);
-    EXPECT_EQ(box.selection, 0);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 258);
+    expectSelects(258, 0, 258);
     ctrl.SetSelColorIndex(0);
     EXPECT_EQ(box.selection, 2);
-    ctrl.SetSelColorIndex(257);
-    EXPECT_EQ(box.selection, 3);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 257);
+    expectSelects(257, 3, 257);
 }
 
 TEST_F(ColourCtrl, SetSelColorIndexReadsTheColourBeforeTheShift) {
@@ -153,10 +148,8 @@ TEST_F(ColourCtrl, SetSelColorIndexReadsTheColourBeforeTheShift) {
 
 TEST_F(ColourCtrl, SetSelColorIndexOfAPaletteColour) {
     create();
-    ctrl.SetSelColorIndex(5);
-    EXPECT_EQ(box.selection, 7);
+    expectSelects(5, 7, 5);
     EXPECT_EQ(box.textAt(7), "Blue");
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 5);
     ctrl.SetDisplayApprovalStatusColor(1);
     ctrl.SetSelColorIndex(5);
     EXPECT_EQ(box.selection, 8);
@@ -172,9 +165,7 @@ TEST_F(ColourCtrl, SetSelColorIndexOfAnAbsentColourDoesNothingUntilAdded) {
     EXPECT_EQ(site.modifiedCount, 0);
     ctrl.AddColorIndex(42);
     EXPECT_EQ(box.textAt(10), "Color 42");
-    ctrl.SetSelColorIndex(42);
-    EXPECT_EQ(box.selection, 10);
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 42);
+    expectSelects(42, 10, 42);
 }
 
 TEST_F(ColourCtrl, SetSelColorIndexMarksModifiedAndFiresNothing) {
@@ -333,10 +324,8 @@ TEST_F(ColourCtrl, DisplayApprovalStatusInsertsOnceAndNeverRemoves) {
     EXPECT_EQ(box.textAt(0), "ByApprovalStatus");
     EXPECT_EQ(site.modifiedCount, 0);
     // The members switch back to the layout without it while the item stays.
-    ctrl.SetSelColorIndex(256);
-    EXPECT_EQ(box.selection, 0);
+    expectSelects(256, 0, 256);
     EXPECT_EQ(box.textAt(0), "ByApprovalStatus");
-    EXPECT_EQ(ctrl.GetSelColorIndex(), 256);
 }
 
 // ---- SetComboText ----

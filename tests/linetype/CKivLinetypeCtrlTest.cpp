@@ -13,6 +13,11 @@ protected:
     void create(int height = 21) { ctrl.OnCreate(box, height); }
     void mousePick(int index) { ControlFixture::mousePick(ctrl, index); }
     void keyPick(int index) { ControlFixture::keyPick(ctrl, index); }
+    // Points the control at `file` under `fileName` and loads `name` from it.
+    void loadFrom(const TempFile& file, const char16_t* fileName, const KivString& name) {
+        useFile(ctrl, file, fileName);
+        ctrl.LoadLinetype(name);
+    }
     CKivLinetypeCtrl ctrl{site};
 };
 const Texts kFixed{"ByLayer", "ByBlock", "Continuous"};
@@ -55,10 +60,8 @@ TEST_F(LinetypeCtrl, GetCountAfterConstructionAndInitializeIsThree) {
 // ---- Loading ----
 
 TEST_F(LinetypeCtrl, LoadingDashedAddsTheRowDashedWithTheFilesDefinition) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"dashed"));
+    loadSample(ctrl, {u"dashed"});
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dashed"}));
     EXPECT_EQ(namesOf(ctrl).back(), "Dashed");
     EXPECT_EQ(ctrl.items()[3].definition, KivString(u"A,12.7,-6.35"));
@@ -71,8 +74,7 @@ TEST_F(LinetypeCtrl, LoadingDashedASecondTimeAddsNothingNorDoesAFixedName) {
     // The file defines CONTINUOUS too: only the row already showing that name keeps it out.
     TempFile file(std::string(kSampleLin) + "*CONTINUOUS,Solid line\nA,9\n", "fixed.lin");
     create();
-    useFile(ctrl, file, u"fixed.lin");
-    ctrl.LoadLinetype(KivString(u"Dashed"));
+    loadFrom(file, u"fixed.lin", u"Dashed");
     ctrl.LoadLinetype(KivString(u"Dashed"));
     ctrl.LoadLinetype(KivString(u"DASHED"));
     ctrl.LoadLinetype(KivString(u"continuous"));
@@ -90,43 +92,33 @@ TEST_F(LinetypeCtrl, LoadingDashedASecondTimeAddsNothingNorDoesAFixedName) {
 TEST_F(LinetypeCtrl, AHeaderAtTheFirstByteIsNotFound) {
     TempFile file("*DASHED,Dashed\nA,12.7,-6.35\n", "first.lin");
     create();
-    useFile(ctrl, file, u"first.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadFrom(file, u"first.lin", u"DASHED");
     EXPECT_EQ(ctrl.GetCount(), 3);
     // The first match decides: a header at the first byte that stands again later is not found
     // there either (kept: the lookup never searches past its first match).
     TempFile again("*DASHED,Dashed\nA,12.7,-6.35\n;; again\n*DASHED,later\nA,2,-2\n", "again.lin");
-    useFile(ctrl, again, u"again.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadFrom(again, u"again.lin", u"DASHED");
     EXPECT_EQ(ctrl.GetCount(), 3);
     EXPECT_EQ(namesOf(ctrl), kFixed);
 }
 
 TEST_F(LinetypeCtrl, ALowerCaseHeaderIsNotFound) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"dashdot"));
-    ctrl.LoadLinetype(KivString(u"DASHDOT"));
+    loadSample(ctrl, {u"dashdot", u"DASHDOT"});
     EXPECT_EQ(ctrl.GetCount(), 3);
 }
 
 TEST_F(LinetypeCtrl, DashFindsTheDashedHeaderAndLoadsItsDefinitionUnderItsOwnName) {
     TempFile file(";;\n*DASHED,Dashed __ __ __\nA,12.7,-6.35\n", "only.lin");
     create();
-    useFile(ctrl, file, u"only.lin");
-    ctrl.LoadLinetype(KivString(u"DASH"));
+    loadFrom(file, u"only.lin", u"DASH");
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dash"}));
     EXPECT_EQ(ctrl.definitionOf(3), KivString(u"A,12.7,-6.35"));
 }
 
 TEST_F(LinetypeCtrl, LoadedRowsAreSortedByTheirNamesAsPassedWhateverTheLoadOrder) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"DOT"));
-    ctrl.LoadLinetype(KivString(u"CENTER"));
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadSample(ctrl, {u"DOT", u"CENTER", u"DASHED"});
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Center", "Dashed", "Dot"}));
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,31.75,-6.35,6.35,-6.35", "A,12.7,-6.35",
                                           "A,0,-6.35"}));
@@ -136,9 +128,7 @@ TEST_F(LinetypeCtrl, LoadedRowsAreSortedByTheirNamesAsPassedWhateverTheLoadOrder
     RecordingSite otherSite;
     CKivLinetypeCtrl second(otherSite);
     second.OnCreate(other, 21);
-    useFile(second, file, u"sample.lin");
-    second.LoadLinetype(KivString(u"center"));
-    second.LoadLinetype(KivString(u"DOT"));
+    loadSample(second, {u"center", u"DOT"});
     EXPECT_EQ(other.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Dot", "Center"}));
 }
 
@@ -155,12 +145,9 @@ TEST_F(LinetypeCtrl, TheFileIsTheSupportPathAndTheNameJoinedByOneBackslash) {
 TEST_F(LinetypeCtrl, MissingEmptyFolderAndWrongFilesLoadNothing) {
     TempFile empty("", "empty.lin");
     create();
-    useFile(ctrl, empty, u"empty.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
-    useFile(ctrl, empty, u"missing.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
-    useFile(ctrl, empty, u"");  // the folder itself
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadFrom(empty, u"empty.lin", u"DASHED");
+    loadFrom(empty, u"missing.lin", u"DASHED");
+    loadFrom(empty, u"", u"DASHED");  // the folder itself
     ctrl.SetSupportPath(KivString());
     ctrl.SetLinetypeFile(KivString());
     ctrl.LoadLinetype(KivString(u"DASHED"));
@@ -171,8 +158,7 @@ TEST_F(LinetypeCtrl, MissingEmptyFolderAndWrongFilesLoadNothing) {
 TEST_F(LinetypeCtrl, WindowsLineEndsKeepTheCarriageReturnInTheDefinition) {
     TempFile file(";; crlf\r\n*DASHED,Dashed\r\nA,12.7,-6.35\r\n", "crlf.lin");
     create();
-    useFile(ctrl, file, u"crlf.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadFrom(file, u"crlf.lin", u"DASHED");
     EXPECT_EQ(ctrl.definitionOf(3), KivString(u"A,12.7,-6.35\r"));
 }
 
@@ -182,10 +168,8 @@ TEST_F(LinetypeCtrl, MalformedEntriesLoadADefiniteDefinition) {
     TempFile noDefinition(";;\n*BROKEN,no definition line\n", "broken.lin");
     TempFile noLineFeed(";;\n*LAST,last line\nA,2,-1", "last.lin");
     create();
-    useFile(ctrl, noDefinition, u"broken.lin");
-    ctrl.LoadLinetype(KivString(u"BROKEN"));
-    useFile(ctrl, noLineFeed, u"last.lin");
-    ctrl.LoadLinetype(KivString(u"LAST"));
+    loadFrom(noDefinition, u"broken.lin", u"BROKEN");
+    loadFrom(noLineFeed, u"last.lin", u"LAST");
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Broken", "Last"}));
     EXPECT_EQ(ctrl.definitionOf(3), KivString());
     EXPECT_EQ(ctrl.definitionOf(4), KivString(u"A,2,-1"));
@@ -195,8 +179,7 @@ TEST_F(LinetypeCtrl, NamesWithStarsCommasAndTenThousandCharactersAreLookedUpAsTe
     const std::string longName(10000, 'L');
     TempFile file(";;\n*A*B,star\nA,1,-1\n*C,D,comma\nA,2,-2\n*" + longName + ",long\nA,3,-3\n", "odd.lin");
     create();
-    useFile(ctrl, file, u"odd.lin");
-    ctrl.LoadLinetype(KivString(u"a*b"));
+    loadFrom(file, u"odd.lin", u"a*b");
     ctrl.LoadLinetype(KivString(u"c,d"));
     ctrl.LoadLinetype(KivString(longName.c_str()));
     ctrl.LoadLinetype(KivString(u"*"));  // key "**": not in the file
@@ -216,8 +199,7 @@ TEST_F(LinetypeCtrl, ABinaryFileIsReadAsBytesAndHoldsNoLinetype) {
     bytes[100] = '\0';
     TempFile file(bytes, "binary.lin");
     create();
-    useFile(ctrl, file, u"binary.lin");
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadFrom(file, u"binary.lin", u"DASHED");
     EXPECT_EQ(ctrl.GetCount(), 3);
 }
 
@@ -227,8 +209,7 @@ TEST_F(LinetypeCtrl, AFiftyMegabyteFileIsReadWhole) {
     big += "\n*FAR,at the end\nA,7,-7\n";
     TempFile file(big, "big.lin");
     create();
-    useFile(ctrl, file, u"big.lin");
-    ctrl.LoadLinetype(KivString(u"FAR"));
+    loadFrom(file, u"big.lin", u"FAR");
     ASSERT_EQ(ctrl.GetCount(), 4);
     EXPECT_EQ(ctrl.definitionOf(3), KivString(u"A,7,-7"));
 }
@@ -294,12 +275,8 @@ TEST_F(LinetypeCtrl, ARowTheComboRefusesIsTakenBackAndTheRowsAfterItStayInStep) 
 // ---- Unloading ----
 
 TEST_F(LinetypeCtrl, UnloadingTakesTheRowItsDefinitionItemAndSortedName) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"DOT"));
-    ctrl.LoadLinetype(KivString(u"CENTER"));
-    ctrl.LoadLinetype(KivString(u"DASHED"));
+    loadSample(ctrl, {u"DOT", u"CENTER", u"DASHED"});
     ctrl.UnloadLinetype(KivString(u"dashed"));
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Center", "Dot"}));
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,31.75,-6.35,6.35,-6.35", "A,0,-6.35"}));
@@ -416,9 +393,7 @@ TEST_F(LinetypeCtrl, ANotificationWithoutSelectionReportsAnEmptyName) {
 // ---- Filled before the window exists ----
 
 TEST_F(LinetypeCtrl, LinetypesLoadedBeforeTheWindowExistsAreDrawnWithTheirOwnDefinitions) {
-    TempFile file(kSampleLin, "sample.lin");
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"DOT"));
+    loadSample(ctrl, {u"DOT"});
     ctrl.DefineLinetypeByBlock(KivString(u"Block"), KivString(u"A,1"));
     ctrl.LoadLinetype(KivString(u"DASHED"));
     ctrl.DefineLinetype(KivString(u"Center"), KivString(u"A,9,-1"));

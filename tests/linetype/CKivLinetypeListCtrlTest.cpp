@@ -27,10 +27,8 @@ TEST_F(LinetypeListCtrl, CreationSetsTheFontTheRowsAndTheStoredSelectionButNoIte
 }
 
 TEST_F(LinetypeListCtrl, LoadedAndDefinedRowsKeepTheLoadOrderWithTheirDefinitions) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"DOT"));
+    loadSample(ctrl, {u"DOT"});
     ctrl.DefineLinetype(KivString(u"ZIGZAG"), KivString(u"A,1,-1"));
     ctrl.LoadLinetype(KivString(u"CENTER"));
     ctrl.LoadLinetype(KivString(u"DASHED"));

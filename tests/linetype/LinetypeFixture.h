@@ -1,11 +1,13 @@
-// The linetype controls over the in-memory seams, a small linetype file in a temporary folder, and
-// the notification sequences a real combo box sends for a mouse and a keyboard choice.
+// The linetype controls over the in-memory seams (ControlFixture) and a small linetype file in a
+// temporary folder, with helpers that point a control at a file and load from it.
 #pragma once
 
 #include "CKivLinetypeCtrl.h"
 #include "CKivLinetypeListCtrl.h"
 #include "ControlFixture.h"
 #include "TestFiles.h"
+
+#include <initializer_list>
 
 // A comment line first (a header at the very first byte is never found), then linetypes.
 constexpr const char* kSampleLin =
@@ -27,6 +29,14 @@ protected:
         control.SetSupportPath(file.folder());
         control.SetLinetypeFile(KivString(name));
     }
+    // Points the control at the sample file (kSampleLin) and loads `names` from it, in that order.
+    template <class Control>
+    void loadSample(Control& control, std::initializer_list<const char16_t*> names) {
+        useFile(control, sample, u"sample.lin");
+        for (const char16_t* name : names) control.LoadLinetype(KivString(name));
+    }
+
+    TempFile sample{kSampleLin, "sample.lin"};
 };
 
 inline Texts definitionsOf(const KivLinetypeModel& model) {
