@@ -58,8 +58,8 @@ void LoadLinetype(benchmark::State& state) {
         control.SetSupportPath(folder);
         control.SetLinetypeFile(file);
         control.LoadLinetype(name);
-        if (control.items.getLogicalLength() != 4) state.SkipWithError("the linetype did not load");
-        benchmark::DoNotOptimize(control.items[3].definition.length());
+        if (control.items().getLogicalLength() != 4) state.SkipWithError("the linetype did not load");
+        benchmark::DoNotOptimize(control.items()[3].definition.length());
     }
     state.SetBytesProcessed(static_cast<long long>(state.iterations()) * static_cast<long long>(std::filesystem::file_size(g_file)));
 }

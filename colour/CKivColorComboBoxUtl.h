@@ -1,24 +1,14 @@
-// CKivColorComboBoxUtl: the colour control's owner-drawn child list. Portable: it holds
-// the seam of its window (IKivChildList; KivNullChildList before the window exists) and draws items
-// on the device-context seam.
+// CKivColorComboBoxUtl: the colour control's owner-drawn child list. Portable: it reads its items
+// through the seam of the control's child window (KivNullChildList before the window exists) and
+// draws them on the device-context seam.
 #pragma once
 
-#include "IKivChildList.h"
 #include "IKivDC.h"
+#include "KivChildControl.h"
 
 class CKivColorComboBoxUtl {
 public:
-    // Window styles and child identifier of the list.
-    static constexpr unsigned long kStyle = 0x50200E13;  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
-                                                         // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
-                                                         // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
-    static constexpr int kChildId = 100;
-
-    // The child's window: attached when created, detached when destroyed.
-    void attach(IKivChildList* window) { m_window = window; }
-    void detach() { m_window = nullptr; }
-    bool exists() const { return m_window != nullptr; }
-    IKivChildList& list() const { return m_window != nullptr ? *m_window : KivNullChildList::instance(); }
+    explicit CKivColorComboBoxUtl(const KivChildWindow& window) : m_window(window) {}
 
     // MeasureItem: every item is getDefaultGuiFontComboBoxItemHeight() high.
     void MeasureItem(KivMeasureItem& item) const;
@@ -29,5 +19,6 @@ public:
     const KivString& textBuffer() const;
 
 private:
-    IKivChildList* m_window = nullptr;
+    IKivChildList& list() const { return m_window.list(); }
+    const KivChildWindow& m_window;
 };

@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "CKivDpi.h"
 #include "TevColorTable.h"
 
 namespace {
@@ -21,70 +20,28 @@ const char16_t* const kApprovalStatusText = u"ByApprovalStatus";
 }  // namespace
 
 CKivColorCtrl::CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog)
-    : m_site(site), m_colorDialog(colorDialog) {}
+    : KivChildControl(site, kChild), m_colorDialog(colorDialog) {}
 
 // ---- Frame ----
 
-void CKivColorCtrl::OnCreate(IKivChildList& child, int clientHeight) {
-    comboBox.attach(&child);
-    list().setDefaultGuiFont();
-    list().setItemHeight(-1, clientHeight - CKivDpi::getOwnerDrawComboBoxHeightDiff());
-    FillColorList();
-    list().setCurSel(comboIndex);
+bool CKivColorCtrl::MeasureItem(KivMeasureItem& item) const {
+    comboBox.MeasureItem(item);
+    return true;
 }
 
-void CKivColorCtrl::OnDestroyChild() {
-    comboBox.detach();
+void CKivColorCtrl::onChildDestroyed() {
     // The list went with its window; a window created later is filled again (keeping the flag set
     // would leave a re-created list empty).
     listFilled = 0;
 }
 
-void CKivColorCtrl::OnSize(int width) {
-    if (!comboBox.exists()) return;
-    list().invalidate(true);
-    list().move(0, 0, width, CKivDpi::scale(140), true);
-}
-
-void CKivColorCtrl::OnSetFocus() {
-    if (comboBox.exists()) list().setFocus();
-}
-
-void CKivColorCtrl::OnEnabledChanged(bool enabled) { list().enable(enabled); }
-
-void CKivColorCtrl::OnCommand(int notification) {
-    switch (notification) {
-    case kiv::kCbnSelChange:
-        if (list().getDroppedState()) droppedDuringChange = 1;
-        fireChoice(eventSelChange);
-        break;
-    case kiv::kCbnDropDown:
-        m_site.setFocus();
-        break;
-    case kiv::kCbnCloseUp:
-        if (droppedDuringChange != 0) fireChoice(eventSelAndCloseUp);
-        droppedDuringChange = 0;
-        break;
-    case kiv::kCbnSelEndOk:
-        if (list().getDroppedState()) {
-            droppedDuringChange = 1;  // the close-up reports the choice
-        } else {
-            fireChoice(eventSelAndCloseUp);
-            droppedDuringChange = 0;
-        }
-        break;
-    default:
-        break;
-    }
-}
-
-void CKivColorCtrl::fireChoice(int eventId) {
+void CKivColorCtrl::fireChoice(int event) {
     long comboIdx = static_cast<long>(list().getCurSel());
     // Kept: the colour of the item stored before this change, not the new one; hosts written for the
     // earlier module read the previous colour from SelChange.
     long colorIdx = RGBToTev(itemColor(comboIndex));
     ResolveSelection(comboIdx, colorIdx);
-    m_site.fireEvent(eventId, {KivEventArg::ofLong(comboIdx), KivEventArg::ofLong(colorIdx)});
+    site().fireEvent(event, {KivEventArg::ofLong(comboIdx), KivEventArg::ofLong(colorIdx)});
 }
 
 // ---- Algorithms ----
@@ -181,7 +138,7 @@ void CKivColorCtrl::SetSelColorIndex(short idxTev) {
     if (position == -1) return;
     comboIndex = static_cast<std::int32_t>(position);
     list().setCurSel(comboIndex);
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 bool CKivColorCtrl::AddColorIndex(short idxTev) {
@@ -191,7 +148,7 @@ bool CKivColorCtrl::AddColorIndex(short idxTev) {
                                     : idxTev == tev::kByApprovalStatus ? approvalStatusColor
                                                                        : TevToRGB(idxTev);
         insertItem(position, customText(idxTev), color);
-        m_site.setModifiedFlag(true);
+        site().setModifiedFlag(true);
     }
     return true;
 }
@@ -256,13 +213,13 @@ void CKivColorCtrl::SetComboIndex(long index) {
     comboIndex = static_cast<std::int32_t>(index);
     list().setCurSel(comboIndex);
     selectedColor = itemColor(comboIndex);
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 void CKivColorCtrl::setItemColorAndRedraw(int position, std::uint32_t color) {
     list().setItemData(position, static_cast<KivItemData>(color));
     list().redraw(kiv::kRedrawAll);
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 // Kept on purpose: Block, Layer and ApprovalStatus always write positions 2, 1 and 0 (the layout with

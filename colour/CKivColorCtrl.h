@@ -8,30 +8,11 @@
 #include "CKivColorComboBoxUtl.h"
 #include "IKivColorDialog.h"
 #include "IKivControlSite.h"
+#include "KivChildControl.h"
 #include "KivString.h"
 
-class CKivColorCtrl {
+class CKivColorCtrl : public KivChildControl {
 public:
-    // DISPIDs of _DKivColor and _DKivColorEvents.
-    enum DispId : int {
-        dispidComboIndex = 1,
-        dispidBlockColorIndex = 2,
-        dispidLayerColorIndex = 3,
-        dispidGetSelColorIndex = 5,
-        dispidSetSelColorIndex = 6,
-        dispidAddColorIndex = 7,
-        dispidSetComboText = 8,
-        dispidRGB_Equivalent = 9,
-        dispidTev_Equivalent = 10,
-        dispidFindColor = 11,
-        dispidSetTooltipText = 12,
-        dispidAboutDisplay = 13,
-        dispidDefaultColorIndex = 14,
-        dispidApprovalStatusColorIndex = 15,
-        dispidDisplayApprovalStatusColor = 16,
-    };
-    enum EventId : int { eventSelChange = 1, eventSelAndCloseUp = 2 };
-
     // Positions of the layout with "ByApprovalStatus" (the type library's Colors).
     enum eColors : int {
         kByApprovalStatus = 0,
@@ -50,23 +31,15 @@ public:
         kLast = 13,
     };
 
-    static constexpr const char16_t* kDesignText = u"KivColorComboBox";
+    // The child: an owner-drawn drop-down list, identifier 100, with the frame's font, selection-field
+    // height and scaled dropped height.
+    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 100,
+                                         u"KivColorComboBox", true, true, true};
 
     CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog);
-    CKivColorCtrl(const CKivColorCtrl&) = delete;
-    CKivColorCtrl& operator=(const CKivColorCtrl&) = delete;
 
-    // Frame with the colour control's values.
-    // The child window has been created (styles CKivColorComboBoxUtl::kStyle, id 100) over a client
-    // rectangle `clientHeight` pixels high: font, selection-field height, fill, stored selection.
-    void OnCreate(IKivChildList& child, int clientHeight);
-    // The child window is gone (the control's window is being destroyed).
-    void OnDestroyChild();
-    void OnSize(int width);
-    void OnSetFocus();
-    void OnEnabledChanged(bool enabled);
-    // The child's notification codes (WM_COMMAND); the frame passes each on to its base afterwards.
-    void OnCommand(int notification);
+    void DrawItem(IKivDC& dc, const KivDrawItem& item) const override { comboBox.DrawItem(dc, item); }
+    bool MeasureItem(KivMeasureItem& item) const override;
 
     // _DKivColor.
     long GetComboIndex() const { return comboIndex; }
@@ -96,7 +69,7 @@ public:
     void ResolveSelection(long& comboIdx, long& colorIdx);
 
     // Fields, in order, readable by the frame and the tests.
-    CKivColorComboBoxUtl comboBox;
+    CKivColorComboBoxUtl comboBox{child()};
     std::int32_t listFilled = 0;
     std::int32_t comboIndex = -1;
     std::uint32_t selectedColor = 0;
@@ -104,20 +77,21 @@ public:
     std::uint32_t layerColor = 0x00FFFFFF;
     std::uint32_t defaultColor = 0x00FFFFFF;
     KivString customPrefix{u"Color"};
-    std::uint8_t droppedDuringChange = 0;
     std::uint32_t approvalStatusColor = 0x00FFFFFF;
     std::int32_t displayApprovalStatusColor = 0;
 
 private:
-    IKivChildList& list() const { return comboBox.list(); }
+    // The frame's hooks: FillColorList, the stored comboIndex, and the list forgotten with its window.
+    void fillChild() override { FillColorList(); }
+    int storedSelection() const override { return comboIndex; }
+    void onChildDestroyed() override;
     std::uint32_t itemColor(int position) const;
     // CB_INSERTSTRING at `position`, then CB_SETITEMDATA at that same position.
     void insertItem(int position, const KivString& text, std::uint32_t color);
     KivString customText(int idxTev) const;
     void setItemColorAndRedraw(int position, std::uint32_t color);
     // comboIdx := current selection, colorIdx := Tev of the stored item, resolve, fire.
-    void fireChoice(int eventId);
+    void fireChoice(int event) override;
 
-    IKivControlSite& m_site;
     IKivColorDialog& m_colorDialog;
 };

@@ -134,6 +134,19 @@ KivString& KivString::toUpper() {
     return *this;
 }
 
+KivString& KivString::toLower() {
+    for (char16_t& c : m_units) {
+        if (c >= u'A' && c <= u'Z') {
+            c = static_cast<char16_t>(c + 0x20);
+        } else if (c >= 0xC0 && c <= 0xDE && c != 0xD7) {
+            c = static_cast<char16_t>(c + 0x20);  // Latin-1 letters: À..Þ -> à..þ
+        } else if (c == 0x178) {
+            c = 0xFF;  // Ÿ -> ÿ
+        }
+    }
+    return *this;
+}
+
 double KivString::toDouble(bool /*unused*/) const {
     // The leading decimal number: blanks, optional sign, digits, optional fraction, optional exponent.
     // Parsed without the C locale, so a German-locale host still reads "12.7" as 12.7.

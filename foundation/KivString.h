@@ -33,6 +33,9 @@ public:
     int length() const { return static_cast<int>(m_units.size()); }
     // Upper-cases ASCII and Latin-1 letters in place, independently of any locale.
     KivString& toUpper();
+    // Lower-cases exactly the letters toUpper raises (its inverse), in place, independently of any
+    // locale: ASCII and Latin-1 capitals, and Y with diaeresis (U+0178) back to U+00FF.
+    KivString& toLower();
     // Leading decimal number, locale-independent ("12.7" is 12.7 under any locale); 0.0 when none.
     double toDouble(bool unused = false) const;
     KivString& replace(int pos, int count, const KivString& with);

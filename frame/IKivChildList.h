@@ -38,6 +38,30 @@ public:
     virtual void setFocus() = 0;                                     // SetFocus
 };
 
+// The declarations of every member above, for a class that implements the whole seam (the Win32
+// child, the in-memory combo box of the tests).
+#define KIV_CHILD_LIST_MEMBERS                                                \
+    KivLResult addString(const KivString& text) override;                    \
+    KivLResult insertString(int index, const KivString& text) override;      \
+    KivLResult deleteString(int index) override;                             \
+    void resetContent() override;                                            \
+    KivLResult setItemData(int index, KivItemData data) override;            \
+    KivLResult getItemData(int index) override;                              \
+    KivLResult getText(int index, KivString& text) override;                 \
+    KivLResult getCount() override;                                          \
+    KivLResult getCurSel() override;                                         \
+    KivLResult setCurSel(int index) override;                                \
+    bool getDroppedState() override;                                         \
+    KivLResult setItemHeight(int index, int height) override;                \
+    KivLResult getItemHeight(int index) override;                            \
+    void setDefaultGuiFont() override;                                       \
+    void redraw(unsigned flags) override;                                    \
+    void invalidate(bool erase) override;                                    \
+    void update() override;                                                  \
+    void move(int x, int y, int width, int height, bool repaint) override;   \
+    void enable(bool enabled) override;                                      \
+    void setFocus() override;
+
 // The child before its window exists: every message is sent to no window and yields 0.
 class KivNullChildList final : public IKivChildList {
 public:

@@ -43,3 +43,29 @@ public:
     virtual void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest,
                                             unsigned long rop) = 0;
 };
+
+// The declarations of every member above, for a class that implements the whole seam (the Win32
+// DC, the recording DC of the tests, the raster DC of the tools).
+#define KIV_DC_MEMBERS                                                                                  \
+    KivColor getSysColor(int index) override;                                                          \
+    KivColor setTextColor(KivColor color) override;                                                    \
+    KivColor setBkColor(KivColor color) override;                                                      \
+    KivColor getBkColor() override;                                                                    \
+    int setBkMode(int mode) override;                                                                  \
+    unsigned setTextAlign(unsigned align) override;                                                    \
+    void fillRect(const KivRect& rect, const KivBrush& brush) override;                                \
+    void frameRect(const KivRect& rect, const KivBrush& brush) override;                               \
+    void drawFocusRect(const KivRect& rect) override;                                                  \
+    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;                \
+    bool textOut(int x, int y, const KivString& text) override;                                        \
+    KivSize getTextExtent(const KivString& text) override;                                             \
+    void selectPen(const KivPen& pen) override;                                                        \
+    void restorePen() override;                                                                        \
+    void selectBrush(const KivBrush& brush) override;                                                  \
+    void restoreBrush() override;                                                                      \
+    void selectStockFont(KivStockObject font) override;                                                \
+    void restoreFont() override;                                                                       \
+    void moveTo(int x, int y) override;                                                                \
+    void lineTo(int x, int y) override;                                                                \
+    void ellipse(const KivRect& rect) override;                                                        \
+    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;

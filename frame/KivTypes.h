@@ -1,6 +1,6 @@
 // Portable values of the platform's drawing and list vocabulary.
-// Portable: the numbers are Win32's own; frame/KivWin32Check_win.cpp checks each against
-// <windows.h>, so the portable code and the Win32 shell cannot disagree.
+// Portable: the numbers are Win32's own; frame/win/KivWin32Seams.cpp checks each against <windows.h>
+// at compile time, so the portable code and the Win32 shell cannot disagree.
 #pragma once
 
 #include <cstdint>

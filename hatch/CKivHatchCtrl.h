@@ -8,23 +8,19 @@
 #include "HatchLineFamily.h"
 #include "IKivControlSite.h"
 #include "IKivDC.h"
+#include "KivControlCore.h"
 #include "KivHatchDrawing.h"
 #include "KivString.h"
 #include "ORVRoots/Exp/KivArray.h"
 
-class CKivHatchCtrl {
+class CKivHatchCtrl : public KivControlCore {
 public:
-    // DISPIDs of _DKivHatch (the stock properties keep the platform's).
-    enum DispId : int { dispidRefresh = 1, dispidMetric = 2, dispidZoomFactor = 3, dispidPattern = 4 };
-
     static constexpr const char16_t* kDesignText = u"KivHatchCtrl";
     static constexpr double kMinimumZoom = 0.05;  // ZoomFactor takes only values above it
     static constexpr double kInchFactor = 25.4;
 
     // The defaults, then a load with the empty Pattern (which loads nothing).
     explicit CKivHatchCtrl(IKivControlSite& site);
-    CKivHatchCtrl(const CKivHatchCtrl&) = delete;
-    CKivHatchCtrl& operator=(const CKivHatchCtrl&) = delete;
 
     // _DKivHatch. Each setter and Refresh marks the control modified and redraws it.
     void Refresh();

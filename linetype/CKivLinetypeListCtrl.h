@@ -10,21 +10,19 @@ class CKivLinetypeListCtrl : public KivLinetypeModel {
 public:
     enum EventId : int { eventSelChange = 1 };
 
-    static constexpr const char16_t* kDesignText = u"KivLinetypeListBox";
+    // The child: a list box without LBS_SORT (the rows keep the model's order), identifier 105, with
+    // the frame's font but no item height (its font's default) and the scaled dropped height.
+    static constexpr KivChildSpec kChild{KivChildKind::ListBox,
+                                         0x50200051,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|LBS_NOTIFY|
+                                                      // LBS_OWNERDRAWFIXED|LBS_HASSTRINGS
+                                         105, u"KivLinetypeListBox", true, false, true};
 
-    explicit CKivLinetypeListCtrl(IKivControlSite& site);
+    explicit CKivLinetypeListCtrl(IKivControlSite& site) : KivLinetypeModel(site, kChild, Placement::Appended) {}
 
-    // Frame. The list box has been created (styles CKivLinetypeListBoxUtl::kStyle, id 105): font, the
-    // rows, the stored selection. No item height is set: the list keeps its font's default.
-    void OnCreate(IKivChildList& child);
-    void OnDestroyChild();
-    void OnSize(int width);
-    void OnSetFocus();
-    void OnEnabledChanged(bool enabled);
-    void OnCommand(int notification);
+    void DrawItem(IKivDC& dc, const KivDrawItem& item) const override { listBox.DrawItem(dc, item); }
+    // LBN_SELCHANGE fires SelChange for a row of the list and takes the focus; the code of
+    // CBN_DROPDOWN takes the focus too.
+    void OnCommand(int notification) override;
 
-    CKivLinetypeListBoxUtl listBox{*this};
-
-protected:
-    IKivChildList& rows() const override { return listBox.list(); }
+    CKivLinetypeListBoxUtl listBox{child(), *this};
 };

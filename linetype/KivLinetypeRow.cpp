@@ -1,6 +1,9 @@
 // One row of a linetype list. Portable.
 #include "KivLinetypeRow.h"
 
+#include "CKivDpi.h"
+#include "KivChildControl.h"
+#include "KivLinetypeModel.h"
 #include "KivLinetypeSample.h"
 
 KivLinetypeRowLayout KivLayOutLinetypeRow(const KivRect& r) {
@@ -58,4 +61,13 @@ void KivDrawLinetypeRow(IKivDC& dc, const KivDrawItem& item, const KivString& te
     dc.bitBltFromCompatibleBitmap(0, 0, sample, kiv::kSrcCopy);
     dc.restoreBrush();
     dc.restorePen();
+}
+
+void KivLinetypeRowDrawer::DrawItem(IKivDC& dc, const KivDrawItem& item) const {
+    KivString text;
+    if (item.itemID != -1) m_window.list().getText(item.itemID, text);
+    KivLinetypeRowStyle style;
+    style.penWidth = m_penFollowsDpi ? CKivDpi::getUnit() : 1;
+    style.honourComboEdit = m_honourComboEdit;
+    KivDrawLinetypeRow(dc, item, text, m_model.definitionOf(item.itemID), style);
 }

@@ -11,6 +11,9 @@
 #include "IKivDC.h"
 #include "KivString.h"
 
+class KivChildWindow;
+class KivLinetypeModel;
+
 struct KivLinetypeRowLayout {
     KivRect textHalf;
     KivRect textBox;
@@ -28,3 +31,22 @@ struct KivLinetypeRowStyle {
 // copy onto the sample box (kept: part of the earlier module's drawing sequence).
 void KivDrawLinetypeRow(IKivDC& dc, const KivDrawItem& item, const KivString& text, const KivString& definition,
                         const KivLinetypeRowStyle& style);
+
+// The drawer of both linetype children (CKivLinetypeComboBoxUtl, CKivLinetypeListBoxUtl): each row
+// with its text as the child holds it and the definition the model draws it with, in its style.
+class KivLinetypeRowDrawer {
+public:
+    // `penFollowsDpi`: the sample pen CKivDpi::getUnit() pixels wide (thicker on high-dpi screens),
+    // else 1 pixel; `honourComboEdit` as in KivLinetypeRowStyle.
+    KivLinetypeRowDrawer(const KivChildWindow& window, const KivLinetypeModel& model, bool penFollowsDpi,
+                         bool honourComboEdit)
+        : m_window(window), m_model(model), m_penFollowsDpi(penFollowsDpi), m_honourComboEdit(honourComboEdit) {}
+
+    void DrawItem(IKivDC& dc, const KivDrawItem& item) const;
+
+private:
+    const KivChildWindow& m_window;
+    const KivLinetypeModel& m_model;
+    bool m_penFollowsDpi;
+    bool m_honourComboEdit;
+};

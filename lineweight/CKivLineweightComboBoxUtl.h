@@ -1,23 +1,14 @@
-// CKivLineweightComboBoxUtl: the lineweight control's owner-drawn child list. Portable: it holds the
-// seam of its window (IKivChildList; KivNullChildList before the window exists) and draws each item,
-// a black bar as thick as the weight and its label, on the device-context seam.
+// CKivLineweightComboBoxUtl: the lineweight control's owner-drawn child list. Portable: it reads its
+// items through the seam of the control's child window (KivNullChildList before the window exists)
+// and draws each item, a black bar as thick as the weight and its label, on the device-context seam.
 #pragma once
 
-#include "IKivChildList.h"
 #include "IKivDC.h"
+#include "KivChildControl.h"
 
 class CKivLineweightComboBoxUtl {
 public:
-    // The same drop-down owner-drawn style as the other combos, under its own identifier.
-    static constexpr unsigned long kStyle = 0x50200E13;  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|CBS_DROPDOWNLIST|
-                                                         // CBS_OWNERDRAWFIXED|CBS_HASSTRINGS|
-                                                         // CBS_NOINTEGRALHEIGHT|CBS_DISABLENOSCROLL
-    static constexpr int kChildId = 103;
-
-    void attach(IKivChildList* window) { m_window = window; }
-    void detach() { m_window = nullptr; }
-    bool exists() const { return m_window != nullptr; }
-    IKivChildList& list() const { return m_window != nullptr ? *m_window : KivNullChildList::instance(); }
+    explicit CKivLineweightComboBoxUtl(const KivChildWindow& window) : m_window(window) {}
 
     // The bar of a code in an item `itemHeight` pixels high: ((itemHeight - 2) * code) / 211, at least
     // 1; codes of 0 and below (the special entries, 0.00 mm) are 1 pixel.
@@ -32,5 +23,6 @@ public:
     const KivString& textBuffer() const;
 
 private:
-    IKivChildList* m_window = nullptr;
+    IKivChildList& list() const { return m_window.list(); }
+    const KivChildWindow& m_window;
 };

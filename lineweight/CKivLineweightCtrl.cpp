@@ -5,63 +5,14 @@
 #include <climits>
 #include <cstdint>
 
-CKivLineweightCtrl::CKivLineweightCtrl(IKivControlSite& site) : m_site(site) {}
+CKivLineweightCtrl::CKivLineweightCtrl(IKivControlSite& site) : KivChildControl(site, kChild) {}
 
-// ---- Frame ----
-
-void CKivLineweightCtrl::OnCreate(IKivChildList& child) {
-    comboBox.attach(&child);
-    // No font and no selection-field height are set here (see the header).
-    FillList();
-    list().setCurSel(currentIndex);
-}
-
-void CKivLineweightCtrl::OnDestroyChild() { comboBox.detach(); }
-
-void CKivLineweightCtrl::OnSize(int width) {
-    if (!comboBox.exists()) return;
-    list().invalidate(true);
-    list().move(0, 0, width, kDroppedHeight, true);
-}
-
-void CKivLineweightCtrl::OnSetFocus() {
-    if (comboBox.exists()) list().setFocus();
-}
-
-void CKivLineweightCtrl::OnEnabledChanged(bool enabled) { list().enable(enabled); }
-
-void CKivLineweightCtrl::OnCommand(int notification) {
-    switch (notification) {
-    case kiv::kCbnSelChange:
-        if (list().getDroppedState()) droppedSelection = 1;
-        fireChoice(eventSelChange);
-        break;
-    case kiv::kCbnDropDown:
-        m_site.setFocus();
-        break;
-    case kiv::kCbnCloseUp:
-        if (droppedSelection != 0) fireChoice(eventSelAndCloseUp);
-        droppedSelection = 0;
-        break;
-    case kiv::kCbnSelEndOk:
-        if (list().getDroppedState()) {
-            droppedSelection = 1;  // the close-up reports the choice
-        } else {
-            fireChoice(eventSelAndCloseUp);
-            droppedSelection = 0;
-        }
-        break;
-    default:
-        break;
-    }
-}
-
-void CKivLineweightCtrl::fireChoice(int eventId) {
+void CKivLineweightCtrl::fireChoice(int event) {
     currentIndex = static_cast<std::int32_t>(list().getCurSel());
     // The event carries the label shown, never the code: hosts ask GetCurrentItemLineWeight for it.
     KivString label;
     list().getText(currentIndex, label);
-    m_site.fireEvent(eventId, {KivEventArg::ofString(label)});
+    site().fireEvent(event, {KivEventArg::ofString(label)});
 }
 
 // ---- The list ----
@@ -78,7 +29,7 @@ void CKivLineweightCtrl::FillList() {
 void CKivLineweightCtrl::select(int index) {
     currentIndex = index;
     list().setCurSel(currentIndex);
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 // ---- _DKivLineweight ----
@@ -91,7 +42,7 @@ void CKivLineweightCtrl::SetMeasurement(short value) {
     measurement = value;
     FillList();
     list().setCurSel(currentIndex);  // the same position, now in the other labels
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 KivString CKivLineweightCtrl::SelectItem(const KivString& index) {
@@ -124,7 +75,7 @@ void CKivLineweightCtrl::replaceSpecialText(int index, const KivString& text) {
     lineweights.replaceSpecialText(index, text);
     FillList();
     list().setCurSel(currentIndex);
-    m_site.setModifiedFlag(true);
+    site().setModifiedFlag(true);
 }
 
 void CKivLineweightCtrl::SetByLayerText(const KivString& txt) { replaceSpecialText(0, txt); }

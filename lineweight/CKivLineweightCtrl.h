@@ -12,45 +12,23 @@
 
 #include "CKivLineweightComboBoxUtl.h"
 #include "IKivControlSite.h"
+#include "KivChildControl.h"
 #include "KivLineweightTable.h"
 #include "KivString.h"
 
-class CKivLineweightCtrl {
+class CKivLineweightCtrl : public KivChildControl {
 public:
-    // DISPIDs of _DKivLineweight and _DKivLineweightEvents.
-    enum DispId : int {
-        dispidTooltipText = 1,
-        dispidMeasurement = 2,
-        dispidSelectItem = 3,
-        dispidGetCurrentItemLineWeight = 4,
-        dispidGetItemText = 5,
-        dispidSelectItemByLineWeight = 6,
-        dispidSetByLayerText = 7,
-        dispidSetByBlockText = 8,
-        dispidSetDefinitionText = 9,
-        dispidSetAboutDisplay = 10,
-    };
-    enum EventId : int { eventSelChange = 1, eventSelAndCloseUp = 2 };
-
-    static constexpr const char16_t* kDesignText = u"KivLineweightComboBox";
-    static constexpr int kDroppedHeight = 140;  // pixels, not scaled
+    // The child: the same drop-down owner-drawn style as the other combos, under its own identifier,
+    // with neither font nor selection-field height set and a dropped height not scaled.
+    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 103,
+                                         u"KivLineweightComboBox", false, false, false};
     // GetCurrentItemLineWeight with no selection. It is also ByLayer's code: a host that needs to
     // tell the two apart reads the selection's text with GetItemText.
     static constexpr long kNoSelection = -1;
 
     explicit CKivLineweightCtrl(IKivControlSite& site);
-    CKivLineweightCtrl(const CKivLineweightCtrl&) = delete;
-    CKivLineweightCtrl& operator=(const CKivLineweightCtrl&) = delete;
 
-    // Frame. The child window has been created (styles CKivLineweightComboBoxUtl::kStyle, id 103)
-    // over the control's rectangle: fill it and select the stored index.
-    void OnCreate(IKivChildList& child);
-    void OnDestroyChild();
-    void OnSize(int width);
-    void OnSetFocus();
-    void OnEnabledChanged(bool enabled);
-    // The child's notification codes; the frame passes each on to its base afterwards.
-    void OnCommand(int notification);
+    void DrawItem(IKivDC& dc, const KivDrawItem& item) const override { comboBox.DrawItem(dc, item); }
 
     // _DKivLineweight.
     KivString GetTooltipText() const { return tooltipText; }
@@ -70,19 +48,17 @@ public:
     void FillList();
 
     // Fields, in order, readable by the frame and the tests.
-    CKivLineweightComboBoxUtl comboBox;
+    CKivLineweightComboBoxUtl comboBox{child()};
     std::int32_t currentIndex = -1;
     std::int16_t measurement = 0;  // 0: inch labels; any other value: millimetre labels
     KivString tooltipText;
     KivLineweightTable lineweights;  // the millimetre and the inch list, 27 entries each
-    std::uint8_t droppedSelection = 0;
 
 private:
-    IKivChildList& list() const { return comboBox.list(); }
+    void fillChild() override { FillList(); }
+    int storedSelection() const override { return currentIndex; }
     void select(int index);
     void replaceSpecialText(int index, const KivString& text);
     // currentIndex := the list's selection, then the event with that item's label.
-    void fireChoice(int eventId);
-
-    IKivControlSite& m_site;
+    void fireChoice(int event) override;
 };

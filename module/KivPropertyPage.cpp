@@ -12,24 +12,12 @@ namespace {
 
 INT_PTR CALLBACK pageDialogProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG ? TRUE : FALSE; }
 
-class KivPropertyPage final : public IPropertyPage {
+class KivPropertyPage final : public KivComObject<IPropertyPage, &IID_IPropertyPage> {
 public:
     explicit KivPropertyPage(UINT dialogId) : m_dialogId(dialogId) {}
-    ~KivPropertyPage() {
+    ~KivPropertyPage() override {
         Deactivate();
         SetObjects(0, nullptr);
-    }
-
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
-        static const KivInterfaceEntry table[] = {{&IID_IPropertyPage, &kivCast<IPropertyPage, KivPropertyPage>},
-                                                  {nullptr, nullptr}};
-        return KivQueryInterface(this, table, riid, out);
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return m_refs.addRef(); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = m_refs.release();
-        if (n == 0) delete this;
-        return n;
     }
 
     STDMETHODIMP SetPageSite(IPropertyPageSite* site) override {
@@ -74,12 +62,15 @@ public:
     STDMETHODIMP SetObjects(ULONG count, IUnknown** objects) override {
         for (IUnknown* o : m_objects) o->Release();
         m_objects.clear();
-        for (ULONG i = 0; i < count && objects != nullptr; ++i) {
-            if (objects[i] == nullptr) continue;
-            objects[i]->AddRef();
-            m_objects.push_back(objects[i]);
-        }
-        return S_OK;
+        // Each object is held once it is stored: without memory for it, it is neither held nor leaked.
+        return KivNoThrow([&] {
+            for (ULONG i = 0; i < count && objects != nullptr; ++i) {
+                if (objects[i] == nullptr) continue;
+                m_objects.push_back(objects[i]);
+                objects[i]->AddRef();
+            }
+            return S_OK;
+        });
     }
     STDMETHODIMP Show(UINT cmd) override {
         if (m_dialog != nullptr) ShowWindow(m_dialog, static_cast<int>(cmd));
@@ -100,7 +91,6 @@ public:
     }
 
 private:
-    KivRefCount m_refs;
     UINT m_dialogId;
     KivComPtr<IPropertyPageSite> m_site;
     std::vector<IUnknown*> m_objects;

@@ -142,6 +142,7 @@ public:
     KivSelectObject(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(SelectObject(dc, object)) {}
     KivSelectObject(const KivSelectObject&) = delete;
     KivSelectObject& operator=(const KivSelectObject&) = delete;
+    KivSelectObject(KivSelectObject&& o) noexcept : m_dc(o.m_dc), m_previous(std::exchange(o.m_previous, nullptr)) {}
     ~KivSelectObject() {
         if (m_previous != nullptr && m_previous != HGDI_ERROR) SelectObject(m_dc, m_previous);
     }
@@ -176,6 +177,53 @@ public:
 
 private:
     std::atomic<ULONG> m_count{1};
+};
+
+// The reference counting of a COM object that implements `Interfaces` and is deleted with its last
+// reference; the object answers QueryInterface itself.
+template <class... Interfaces>
+class KivRefCounted : public Interfaces... {
+public:
+    STDMETHODIMP_(ULONG) AddRef() override { return m_refs.addRef(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG n = m_refs.release();
+        if (n == 0) delete this;
+        return n;
+    }
+
+protected:
+    KivRefCounted() = default;
+    virtual ~KivRefCounted() = default;
+
+private:
+    KivRefCount m_refs;
+};
+
+// A COM object of one interface (`Iid`), deleted with its last reference (the frame's enumerators,
+// the property pages).
+template <class Interface, const IID* Iid>
+class KivComObject : public KivRefCounted<Interface> {
+public:
+    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
+        static const KivInterfaceEntry table[] = {{Iid, &kivCast<Interface, KivComObject>}, {nullptr, nullptr}};
+        return KivQueryInterface(this, table, riid, out);
+    }
+};
+
+// IDispatch for an object without type information (a container's ambient properties, an event
+// sink): it is called by DISPID alone.
+class KivDispatchWithoutTypes : public IDispatch {
+public:
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        if (count == nullptr) return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+        if (info != nullptr) *info = nullptr;
+        return E_NOTIMPL;  // it has none
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }  // no names
 };
 
 // An export of a loaded module as the function type the caller names, or nullptr. GetProcAddress's

@@ -34,7 +34,15 @@ HRESULT KivGetIDsOfNames(const KivDispInterface& itf, LPOLESTR* names, UINT coun
     return hr;
 }
 
-HRESULT KivInvoke(const KivDispInterface& itf, void* self, DISPID dispid, WORD flags, DISPPARAMS* params,
+namespace {
+// A value returned by a handler, as the member's dispatch type has it (a long flag read as a boolean).
+HRESULT asDeclared(const KivMember& member, VARIANT* out, HRESULT hr) {
+    if (FAILED(hr) || member.disp == VT_EMPTY || V_VT(out) == VT_EMPTY || V_VT(out) == member.disp) return hr;
+    return VariantChangeType(out, out, 0, member.disp);
+}
+}  // namespace
+
+HRESULT KivInvoke(const KivDispInterface& itf, KivDispatchTarget& target, DISPID dispid, WORD flags, DISPPARAMS* params,
                   VARIANT* result, UINT* argErr) {
     const KivMember* member = KivFindMember(itf, dispid);
     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
@@ -58,12 +66,12 @@ HRESULT KivInvoke(const KivDispInterface& itf, void* self, DISPID dispid, WORD f
                 if (argErr != nullptr) *argErr = 0;
                 return DISP_E_TYPEMISMATCH;
             }
-            return member->put(self, &value.v, out);
+            return member->put(target, &value.v, out);
         }
         if ((flags & (DISPATCH_PROPERTYGET | DISPATCH_METHOD)) != 0) {
             if (member->get == nullptr) return DISP_E_MEMBERNOTFOUND;
             if (params->cArgs != 0) return DISP_E_BADPARAMCOUNT;
-            return member->get(self, nullptr, out);
+            return asDeclared(*member, out, member->get(target, nullptr, out));
         }
         return DISP_E_MEMBERNOTFOUND;
     }
@@ -83,7 +91,7 @@ HRESULT KivInvoke(const KivDispInterface& itf, void* self, DISPID dispid, WORD f
             break;
         }
     }
-    if (SUCCEEDED(hr)) hr = member->get(self, args.data(), out);
+    if (SUCCEEDED(hr)) hr = asDeclared(*member, out, member->get(target, args.data(), out));
     for (VARIANT& a : args) VariantClear(&a);
     return hr;
 }

@@ -15,9 +15,20 @@ struct KivParam {
     VARTYPE disp;    // what the control's code receives (arguments are coerced to it)
 };
 
-// A handler: `self` is the control object, `args` the coerced arguments in declaration order,
-// `result` an empty VARIANT to fill (never null).
-using KivInvokeFn = HRESULT (*)(void* self, VARIANT* args, VARIANT* result);
+class KivControlCore;
+class KivOleControl;
+
+// What a call through a table acts on: the control's core (its own members) and its frame (the
+// stock properties).
+struct KivDispatchTarget {
+    KivOleControl& frame;
+    KivControlCore* core;
+};
+
+// A handler: `args` the coerced arguments in declaration order, `result` an empty VARIANT to fill
+// (never null). Tables name members of the core's class or the frame's; KivDispatchHandlers.h makes
+// the handler of each, which reaches its own class through the target.
+using KivInvokeFn = HRESULT (*)(KivDispatchTarget& target, VARIANT* args, VARIANT* result);
 
 struct KivMember {
     const wchar_t* name;
@@ -55,8 +66,9 @@ const KivMember* KivFindMember(const KivDispInterface& itf, DISPID dispid);
 HRESULT KivGetIDsOfNames(const KivDispInterface& itf, LPOLESTR* names, UINT count, DISPID* ids);
 
 // IDispatch::Invoke over a table, written by hand: argument counts, named arguments for put,
-// coercion with VariantChangeType, the DISP_E_* codes; a handler's failure is returned as it is.
-HRESULT KivInvoke(const KivDispInterface& itf, void* self, DISPID dispid, WORD flags, DISPPARAMS* params,
+// coercion with VariantChangeType, the DISP_E_* codes; a handler's failure is returned as it is, and
+// its result is given the member's dispatch type.
+HRESULT KivInvoke(const KivDispInterface& itf, KivDispatchTarget& target, DISPID dispid, WORD flags, DISPPARAMS* params,
                   VARIANT* result, UINT* argErr);
 
 // Result helpers for handlers.

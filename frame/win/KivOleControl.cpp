@@ -37,13 +37,27 @@ void KivUnregisterControlWindowClass() { UnregisterClassW(kKivControlWindowClass
 
 // ---------------------------------------------------------------- object
 
-KivOleControl::KivOleControl(const KivControlClass& cls)
-    : m_class(cls), m_eventsPoint(*this, *cls.events->iid), m_propertyNotifyPoint(*this, IID_IPropertyNotifySink) {}
+KivOleControl::KivOleControl(const KivControlClass& cls, KivMakeBehaviour make)
+    : m_class(cls), m_eventsPoint(*this, *cls.events->iid), m_propertyNotifyPoint(*this, IID_IPropertyNotifySink) {
+    m_behaviour = make(*this);  // its core is this frame's control site
+}
 
 KivOleControl::~KivOleControl() {
-    destroyWindow();
+    destroyWindow();  // the behaviour is still alive: its onDestroy runs
     m_eventsPoint.clear();
     m_propertyNotifyPoint.clear();
+}
+
+HRESULT KivCreateControl(const KivControlClass& cls, KivMakeBehaviour make, REFIID riid, void** out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    return KivNoThrow([&] {
+        auto* control = new (std::nothrow) KivOleControl(cls, make);  // its behaviour may still throw: caught
+        if (control == nullptr) return E_OUTOFMEMORY;
+        const HRESULT hr = control->QueryInterface(riid, out);
+        control->Release();
+        return hr;
+    });
 }
 
 STDMETHODIMP KivOleControl::QueryInterface(REFIID riid, void** out) {
@@ -126,17 +140,17 @@ LRESULT KivOleControl::onMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_CREATE: {
         RECT client;
         GetClientRect(m_hwnd, &client);
-        onCreate(m_hwnd, client);
+        m_behaviour->onCreate(m_hwnd, client);
         return 0;
     }
     case WM_DESTROY:
-        onDestroy();
+        m_behaviour->onDestroy();
         return 0;
     case WM_SIZE:
-        onSize(LOWORD(lParam), HIWORD(lParam));
+        m_behaviour->onSize(LOWORD(lParam), HIWORD(lParam));
         // A control that paints itself (no child) is painted whole again: its picture follows its
         // bounds (the layer's ellipse, the hatch's origin at the lower-left corner).
-        if (childList() == nullptr) InvalidateRect(m_hwnd, nullptr, FALSE);
+        if (m_behaviour->childList() == nullptr) InvalidateRect(m_hwnd, nullptr, FALSE);
         return 0;
     case WM_ERASEBKGND:
         return 1;  // OnDraw fills the whole face
@@ -155,16 +169,16 @@ LRESULT KivOleControl::onMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
         return MA_ACTIVATE;
     case WM_SETFOCUS:
         if (!m_uiActive && m_inPlaceSite) inPlaceActivate(OLEIVERB_UIACTIVATE);
-        onSetFocus();
+        m_behaviour->onSetFocus();
         return 0;
     case WM_COMMAND:
-        if (lParam != 0) onCommand(wParam, lParam);
+        if (lParam != 0) m_behaviour->onCommand(wParam, lParam);
         return DefWindowProcW(m_hwnd, msg, wParam, lParam);
     case WM_DRAWITEM:
-        if (onDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam))) return TRUE;
+        if (m_behaviour->onDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam))) return TRUE;
         break;
     case WM_MEASUREITEM:
-        if (onMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam))) return TRUE;
+        if (m_behaviour->onMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam))) return TRUE;
         break;
     default:
         break;

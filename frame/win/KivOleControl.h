@@ -1,7 +1,9 @@
 // KivOleControl: the frame's ActiveX control object, our COleControl. Win32 side.
 // It implements the COM interfaces containers need, windowed in-place activation with one control
 // window, events through connection points, persistence compatible with MFC's layout, and the stock
-// properties; a control family derives from it and supplies its identity and hooks.
+// properties. A control family gives it its identity (KivControlClass) and its behaviour
+// (KivControlBehaviour), which the frame owns as a member: the frame destroys its window while the
+// behaviour still exists, so the behaviour's onDestroy always runs, however the container lets go.
 //
 // One class, one file per group of interfaces a container sees:
 //   KivOleControl.cpp   the object: identity, QueryInterface table, the control window
@@ -18,6 +20,7 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <memory>
 #include <new>
 #include <vector>
 
@@ -25,6 +28,7 @@
 #include "IKivControlSite.h"
 #include "IKivDC.h"
 #include "KivCom.h"
+#include "KivControlCore.h"
 #include "KivDispatch.h"
 #include "KivWin32Seams.h"
 
@@ -37,7 +41,6 @@ struct KivControlClass {
     UINT userTypeNameId;
     DWORD miscStatus;
     DWORD stockMask;  // stock properties the control has: BackColor 0x01, ForeColor 0x08, Enabled 0x40
-    const wchar_t* designText;
 };
 
 namespace kivstock {
@@ -47,6 +50,41 @@ constexpr DWORD kEnabled = 0x40;
 }  // namespace kivstock
 
 class KivOleControl;
+
+// What a control family gives the frame besides its identity: the core its dispatch table acts on,
+// and the hooks of its window, its painting and its own persisted properties.
+class KivControlBehaviour {
+public:
+    virtual ~KivControlBehaviour() = default;
+
+    // What the dispatch table's members act on (null: the control has no member of its own).
+    virtual KivControlCore* core() = 0;
+
+    virtual void onCreate(HWND window, const RECT& client) { (void)window, (void)client; }  // the child
+    virtual void onDestroy() {}  // the child goes with the window
+    virtual void onSize(int width, int height) { (void)width, (void)height; }
+    virtual void onSetFocus() {}
+    virtual void onEnabledChanged(bool enabled) { (void)enabled; }
+    virtual void onCommand(WPARAM wParam, LPARAM lParam) { (void)wParam, (void)lParam; }
+    virtual bool onDrawItem(const DRAWITEMSTRUCT& item) { (void)item; return false; }
+    virtual bool onMeasureItem(MEASUREITEMSTRUCT& item) { (void)item; return false; }
+    // OnDraw: the design face or the user-mode picture.
+    virtual void onDraw(IKivDC& dc, const KivRect& bounds, bool userMode) = 0;
+    // The child window's seam, or null for a control that paints itself whole.
+    virtual IKivChildList* childList() { return nullptr; }
+
+    // The control's own persisted properties, exchanged after the stock ones (MFC's order): a fixed
+    // number of bytes in a stream, named values in a property bag, defaults on a reset.
+    virtual ULONG customStreamSize() const { return 0; }
+    virtual void saveCustomToStream(unsigned char* out) const { (void)out; }
+    virtual void loadCustomFromStream(const unsigned char* in) { (void)in; }
+    virtual HRESULT saveCustomToBag(IPropertyBag* bag) { (void)bag; return S_OK; }
+    virtual void loadCustomFromBag(IPropertyBag* bag, IErrorLog* log) { (void)bag, (void)log; }
+    virtual void resetCustomProperties() {}
+};
+
+// Makes a family's behaviour for its frame (the frame is its control site).
+using KivMakeBehaviour = std::unique_ptr<KivControlBehaviour> (*)(KivOleControl& frame);
 
 // One connection point of a control (events, or IPropertyNotifySink). Lives inside the control.
 class KivConnectionPoint final : public IConnectionPoint {
@@ -63,8 +101,11 @@ public:
     STDMETHODIMP Unadvise(DWORD cookie) override;
     STDMETHODIMP EnumConnections(IEnumConnections** e) override;
 
-    // The advised sinks, in advise order (each holds one reference).
-    std::vector<IUnknown*> sinks() const;
+    // Calls `call` with each advised sink, in advise order, on a snapshot that holds a reference to
+    // each: a sink unadvised (even released) by another sink's handler is still alive when its turn
+    // comes. Without memory for the snapshot nobody is called. No exception leaves it.
+    template <class Call>
+    void forEachSink(Call&& call) const noexcept;
     void clear();
 
 private:
@@ -78,7 +119,7 @@ private:
     DWORD m_nextCookie = 1;
 };
 
-class KivOleControl : public IDispatch,
+class KivOleControl final : public IDispatch,
                       public IOleObject,
                       public IOleInPlaceObject,
                       public IOleInPlaceActiveObject,
@@ -93,8 +134,11 @@ class KivOleControl : public IDispatch,
                       public IViewObjectEx,
                       public IKivControlSite {
 public:
-    explicit KivOleControl(const KivControlClass& cls);
-    virtual ~KivOleControl();
+    // The control of class `cls` with the behaviour `make` gives it.
+    KivOleControl(const KivControlClass& cls, KivMakeBehaviour make);
+    ~KivOleControl();
+    KivOleControl(const KivOleControl&) = delete;
+    KivOleControl& operator=(const KivOleControl&) = delete;
 
     // IUnknown
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
@@ -210,35 +254,10 @@ public:
     HWND hwnd() const { return m_hwnd; }
     const KivControlClass& controlClass() const { return m_class; }
 
-protected:
-    // Destroys the control window now. A family's destructor calls it, so that its onDestroy runs
-    // while the whole object still exists (the container may release without closing first).
-    void destroyWindow();
-
-    // Hooks of a control family.
-    virtual void onCreate(HWND window, const RECT& client) = 0;  // create the child
-    virtual void onDestroy() {}                                   // the child goes with the window
-    virtual void onSize(int width, int height) { (void)width, (void)height; }
-    virtual void onSetFocus() {}
-    virtual void onEnabledChanged(bool enabled) { (void)enabled; }
-    virtual void onCommand(WPARAM wParam, LPARAM lParam) { (void)wParam, (void)lParam; }
-    virtual bool onDrawItem(const DRAWITEMSTRUCT& item) { (void)item; return false; }
-    virtual bool onMeasureItem(MEASUREITEMSTRUCT& item) { (void)item; return false; }
-    // OnDraw: the design face or the user-mode fill (the default paints the frame's face).
-    virtual void onDraw(IKivDC& dc, const KivRect& bounds, bool userMode);
-    virtual IKivChildList* childList() { return nullptr; }
-
-    // The control's own persisted properties, exchanged after the stock ones (MFC's order): a fixed
-    // number of bytes in a stream, named values in a property bag, defaults on a reset.
-    virtual ULONG customStreamSize() const { return 0; }
-    virtual void saveCustomToStream(unsigned char* out) const { (void)out; }
-    virtual void loadCustomFromStream(const unsigned char* in) { (void)in; }
-    virtual HRESULT saveCustomToBag(IPropertyBag* bag) { (void)bag; return S_OK; }
-    virtual void loadCustomFromBag(IPropertyBag* bag, IErrorLog* log) { (void)bag, (void)log; }
-    virtual void resetCustomProperties() {}
-
 private:
     static LRESULT CALLBACK windowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+    // Destroys the control window now (its behaviour's onDestroy runs).
+    void destroyWindow();
     LRESULT onMessage(UINT msg, WPARAM wParam, LPARAM lParam);
     void paint(HDC dc, const KivRect& bounds);
     KivRect clientRect() const;
@@ -246,6 +265,8 @@ private:
     // The in-place site's frame and document windows (and the control's position).
     HRESULT windowContext(KivComPtr<IOleInPlaceFrame>& frame, KivComPtr<IOleInPlaceUIWindow>& document, RECT* pos = nullptr);
     void notifyPropertyChanged(DISPID dispid);
+    // A stock colour stored, the control repainted and marked modified, the sinks told.
+    void setStockColor(KivColor& stored, OLE_COLOR color, DISPID dispid);
     void viewChanged();
     HRESULT ambient(DISPID dispid, VARIANT& value);
 
@@ -272,31 +293,24 @@ private:
     KivColor m_backColor = 0x80000000 | COLOR_WINDOW;
     SIZEL m_extent{2646, 1323};  // HIMETRIC, 100 x 50 pixels at 96 dpi
     int m_freezeEvents = 0;
+    std::unique_ptr<KivControlBehaviour> m_behaviour;  // last: made once the frame is whole
 };
 
-// The stock Enabled property (DISPID_ENABLED) of every control, served by the frame.
-HRESULT KivStockEnabledGet(void* self, VARIANT* args, VARIANT* result);
-HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT* result);
-// The stock ForeColor (DISPID_FORECOLOR) and BackColor (DISPID_BACKCOLOR), as OLE_COLOR values.
-HRESULT KivStockForeColorGet(void* self, VARIANT* args, VARIANT* result);
-HRESULT KivStockForeColorPut(void* self, VARIANT* args, VARIANT* result);
-HRESULT KivStockBackColorGet(void* self, VARIANT* args, VARIANT* result);
-HRESULT KivStockBackColorPut(void* self, VARIANT* args, VARIANT* result);
+template <class Call>
+void KivConnectionPoint::forEachSink(Call&& call) const noexcept {
+    std::vector<KivComPtr<IUnknown>> snapshot;
+    if (FAILED(KivNoThrow([&] {
+            snapshot.reserve(m_connections.size());
+            return S_OK;
+        })))
+        return;
+    for (const Connection& c : m_connections) snapshot.emplace_back(c.sink);  // reserved: cannot throw
+    for (const KivComPtr<IUnknown>& sink : snapshot) call(sink.get());
+}
 
 // Called when the module is freed: its window procedure goes with it.
 void KivUnregisterControlWindowClass();
 
-// Creates a control of class `Control` and hands out the interface asked for (the creation
-// reference is released: a failed QueryInterface deletes the object again).
-template <class Control>
-HRESULT KivCreateControl(REFIID riid, void** out) {
-    if (out == nullptr) return E_POINTER;
-    *out = nullptr;
-    return KivNoThrow([&] {
-        auto* control = new (std::nothrow) Control();  // its constructor may still throw: caught
-        if (control == nullptr) return E_OUTOFMEMORY;
-        const HRESULT hr = control->QueryInterface(riid, out);
-        control->Release();
-        return hr;
-    });
-}
+// Creates a control of class `cls` with the behaviour `make` gives it and hands out the interface
+// asked for (the creation reference is released: a failed QueryInterface deletes the object again).
+HRESULT KivCreateControl(const KivControlClass& cls, KivMakeBehaviour make, REFIID riid, void** out);

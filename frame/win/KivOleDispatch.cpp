@@ -46,24 +46,16 @@ STDMETHODIMP KivOleControl::Invoke(DISPID dispid, REFIID riid, LCID, WORD flags,
                                    EXCEPINFO*, UINT* argErr) {
     if (riid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;  // reserved: IDispatch callers pass IID_NULL
     KivComPtr<IDispatch> keepAlive(this);  // a handler may release the container's last reference
-    return KivNoThrow([&] { return KivInvoke(*m_class.dispatch, this, dispid, flags, params, result, argErr); });
+    KivDispatchTarget target{*this, m_behaviour->core()};
+    return KivNoThrow([&] { return KivInvoke(*m_class.dispatch, target, dispid, flags, params, result, argErr); });
 }
 
 // ---- Stock properties and ambients
 
-HRESULT KivStockEnabledGet(void* self, VARIANT*, VARIANT* result) {
-    return KivReturnBool(result, static_cast<KivOleControl*>(self)->enabled());
-}
-
-HRESULT KivStockEnabledPut(void* self, VARIANT* args, VARIANT*) {
-    static_cast<KivOleControl*>(self)->setEnabled(V_BOOL(&args[0]) != VARIANT_FALSE);
-    return S_OK;
-}
-
 void KivOleControl::setEnabled(bool enabled) {
     if (m_enabled == enabled) return;
     m_enabled = enabled;
-    onEnabledChanged(enabled);  // the child first, then the base
+    m_behaviour->onEnabledChanged(enabled);  // the child first, then the base
     if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
     m_dirty = true;
     notifyPropertyChanged(DISPID_ENABLED);
@@ -78,38 +70,15 @@ HRESULT KivOleControl::ambient(DISPID dispid, VARIANT& value) {
     return ambient->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
 }
 
-HRESULT KivStockForeColorGet(void* self, VARIANT*, VARIANT* result) {
-    return KivReturnLong(result, static_cast<long>(static_cast<KivOleControl*>(self)->foreColor()));
-}
+void KivOleControl::setForeColor(OLE_COLOR color) { setStockColor(m_foreColor, color, DISPID_FORECOLOR); }
+void KivOleControl::setBackColor(OLE_COLOR color) { setStockColor(m_backColor, color, DISPID_BACKCOLOR); }
 
-HRESULT KivStockForeColorPut(void* self, VARIANT* args, VARIANT*) {
-    static_cast<KivOleControl*>(self)->setForeColor(static_cast<OLE_COLOR>(V_I4(&args[0])));
-    return S_OK;
-}
-
-HRESULT KivStockBackColorGet(void* self, VARIANT*, VARIANT* result) {
-    return KivReturnLong(result, static_cast<long>(static_cast<KivOleControl*>(self)->backColor()));
-}
-
-HRESULT KivStockBackColorPut(void* self, VARIANT* args, VARIANT*) {
-    static_cast<KivOleControl*>(self)->setBackColor(static_cast<OLE_COLOR>(V_I4(&args[0])));
-    return S_OK;
-}
-
-void KivOleControl::setForeColor(OLE_COLOR color) {
-    m_foreColor = color;
+void KivOleControl::setStockColor(KivColor& stored, OLE_COLOR color, DISPID dispid) {
+    stored = color;
     if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
     viewChanged();
     m_dirty = true;
-    notifyPropertyChanged(DISPID_FORECOLOR);
-}
-
-void KivOleControl::setBackColor(OLE_COLOR color) {
-    m_backColor = color;
-    if (m_hwnd != nullptr) InvalidateRect(m_hwnd, nullptr, TRUE);
-    viewChanged();
-    m_dirty = true;
-    notifyPropertyChanged(DISPID_BACKCOLOR);
+    notifyPropertyChanged(dispid);
 }
 
 KivColor KivOleControl::translateColor(OLE_COLOR color) {

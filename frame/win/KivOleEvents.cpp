@@ -9,21 +9,10 @@
 namespace {
 
 // A fixed list of connection points, enumerated.
-class KivEnumConnectionPoints final : public IEnumConnectionPoints {
+class KivEnumConnectionPoints final : public KivComObject<IEnumConnectionPoints, &IID_IEnumConnectionPoints> {
 public:
     KivEnumConnectionPoints(IUnknown* owner, std::vector<IConnectionPoint*> points, ULONG position = 0)
         : m_owner(owner), m_points(std::move(points)), m_position(position) {}
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
-        static const KivInterfaceEntry table[] = {
-            {&IID_IEnumConnectionPoints, &kivCast<IEnumConnectionPoints, KivEnumConnectionPoints>}, {nullptr, nullptr}};
-        return KivQueryInterface(this, table, riid, out);
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return m_refs.addRef(); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = m_refs.release();
-        if (n == 0) delete this;
-        return n;
-    }
     STDMETHODIMP Next(ULONG count, IConnectionPoint** out, ULONG* fetched) override {
         if (out == nullptr) return E_POINTER;
         ULONG n = 0;
@@ -45,12 +34,21 @@ public:
     }
     STDMETHODIMP Clone(IEnumConnectionPoints** out) override {
         if (out == nullptr) return E_POINTER;
-        *out = new KivEnumConnectionPoints(m_owner.get(), m_points, m_position);
-        return S_OK;
+        return create(m_owner.get(), m_points.data(), m_points.size(), m_position, out);
+    }
+
+    // A new enumerator of `count` points in `out`, or E_OUTOFMEMORY (the list is copied: no exception
+    // leaves).
+    static HRESULT create(IUnknown* owner, IConnectionPoint* const* points, std::size_t count, ULONG position,
+                          IEnumConnectionPoints** out) {
+        *out = nullptr;
+        return KivNoThrow([&] {
+            *out = new KivEnumConnectionPoints(owner, std::vector<IConnectionPoint*>(points, points + count), position);
+            return S_OK;
+        });
     }
 
 private:
-    KivRefCount m_refs;
     KivComPtr<IUnknown> m_owner;  // keeps the control, and so its points, alive
     std::vector<IConnectionPoint*> m_points;
     ULONG m_position;
@@ -123,12 +121,6 @@ STDMETHODIMP KivConnectionPoint::EnumConnections(IEnumConnections** e) {
     return E_NOTIMPL;
 }
 
-std::vector<IUnknown*> KivConnectionPoint::sinks() const {
-    std::vector<IUnknown*> out;
-    for (const Connection& c : m_connections) out.push_back(c.sink);
-    return out;
-}
-
 void KivConnectionPoint::clear() {
     std::vector<Connection> connections;
     connections.swap(m_connections);
@@ -153,16 +145,15 @@ void KivOleControl::fireEvent(int dispid, const std::vector<KivEventArg>& args) 
         }
     }
     DISPPARAMS params{rgvarg.empty() ? nullptr : rgvarg.data(), nullptr, static_cast<UINT>(rgvarg.size()), 0};
-    for (IUnknown* sink : m_eventsPoint.sinks()) {
-        KivComPtr<IUnknown> hold(sink);
+    m_eventsPoint.forEachSink([&](IUnknown* sink) {
         static_cast<IDispatch*>(sink)->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr,
                                               nullptr, nullptr);
-    }
+    });
     for (VARIANT& v : rgvarg) VariantClear(&v);
 }
 
 void KivOleControl::notifyPropertyChanged(DISPID dispid) {
-    for (IUnknown* sink : m_propertyNotifyPoint.sinks()) static_cast<IPropertyNotifySink*>(sink)->OnChanged(dispid);
+    m_propertyNotifyPoint.forEachSink([&](IUnknown* sink) { static_cast<IPropertyNotifySink*>(sink)->OnChanged(dispid); });
 }
 
 // ---- IProvideClassInfo2
@@ -180,8 +171,8 @@ STDMETHODIMP KivOleControl::GetGUID(DWORD kind, GUID* guid) {
 
 STDMETHODIMP KivOleControl::EnumConnectionPoints(IEnumConnectionPoints** e) {
     if (e == nullptr) return E_POINTER;
-    *e = new KivEnumConnectionPoints(static_cast<IDispatch*>(this), {&m_eventsPoint, &m_propertyNotifyPoint});
-    return S_OK;
+    IConnectionPoint* const points[] = {&m_eventsPoint, &m_propertyNotifyPoint};
+    return KivEnumConnectionPoints::create(static_cast<IDispatch*>(this), points, 2, 0, e);
 }
 
 STDMETHODIMP KivOleControl::FindConnectionPoint(REFIID riid, IConnectionPoint** cp) {

@@ -19,7 +19,7 @@ STDMETHODIMP KivOleControl::InitNew() {
     m_enabled = true;
     m_foreColor = ambientColor(DISPID_AMBIENT_FORECOLOR, 0x80000000 | COLOR_WINDOWTEXT);
     m_backColor = ambientColor(DISPID_AMBIENT_BACKCOLOR, 0x80000000 | COLOR_WINDOW);
-    resetCustomProperties();
+    m_behaviour->resetCustomProperties();
     m_dirty = false;
     return S_OK;
 }
@@ -29,7 +29,7 @@ ULONG KivOleControl::persistedSize() const {
     if ((m_class.stockMask & kivstock::kForeColor) != 0) size += 4;
     if ((m_class.stockMask & kivstock::kBackColor) != 0) size += 4;
     if ((m_class.stockMask & kivstock::kEnabled) != 0) size += 1;
-    return size + customStreamSize();
+    return size + m_behaviour->customStreamSize();
 }
 
 HRESULT KivOleControl::saveToStream(IStream* stream) {
@@ -53,9 +53,9 @@ HRESULT KivOleControl::saveToStream(IStream* stream) {
         put(&enabled, 1);
     }
     // The control's own properties follow the stock ones.
-    const ULONG custom = customStreamSize();
+    const ULONG custom = m_behaviour->customStreamSize();
     if (custom > sizeof buffer - n) return E_UNEXPECTED;
-    saveCustomToStream(buffer + n);
+    m_behaviour->saveCustomToStream(buffer + n);
     n += custom;
     ULONG written = 0;
     const HRESULT hr = stream->Write(buffer, n, &written);
@@ -80,13 +80,13 @@ HRESULT KivOleControl::loadFromStream(IStream* stream) {
     if ((mask & kivstock::kEnabled) != 0 && !read(&enabled, 1)) return STG_E_READFAULT;
     // The control's own properties: read whole before anything is taken.
     unsigned char custom[32];
-    const ULONG customSize = customStreamSize();
+    const ULONG customSize = m_behaviour->customStreamSize();
     if (customSize > sizeof custom || (customSize > 0 && !read(custom, customSize))) return STG_E_READFAULT;
     m_extent = extent;
     if ((m_class.stockMask & kivstock::kForeColor) != 0) m_foreColor = fore;
     if ((m_class.stockMask & kivstock::kBackColor) != 0) m_backColor = back;
     if ((m_class.stockMask & kivstock::kEnabled) != 0) setEnabled(enabled != 0);
-    if (customSize > 0) loadCustomFromStream(custom);
+    if (customSize > 0) m_behaviour->loadCustomFromStream(custom);
     m_dirty = false;
     return S_OK;
 }
@@ -178,7 +178,7 @@ STDMETHODIMP KivOleControl::Load(IPropertyBag* bag, IErrorLog* log) {
         if (SUCCEEDED(bag->Read(L"Enabled", &v.v, log)) && SUCCEEDED(VariantChangeType(&v.v, &v.v, 0, VT_BOOL)))
             setEnabled(V_BOOL(&v.v) != VARIANT_FALSE);
     }
-    loadCustomFromBag(bag, log);
+    m_behaviour->loadCustomFromBag(bag, log);
     m_dirty = false;
     return S_OK;
 }
@@ -203,7 +203,7 @@ STDMETHODIMP KivOleControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL) {
         V_BOOL(&v) = m_enabled ? VARIANT_TRUE : VARIANT_FALSE;
         hr = bag->Write(L"Enabled", &v);
     }
-    if (SUCCEEDED(hr)) hr = saveCustomToBag(bag);
+    if (SUCCEEDED(hr)) hr = m_behaviour->saveCustomToBag(bag);
     if (SUCCEEDED(hr) && clearDirty) m_dirty = false;
     return hr;
 }

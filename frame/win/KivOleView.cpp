@@ -2,22 +2,16 @@
 // paint path that WM_PAINT, WM_PRINTCLIENT and IViewObject::Draw share. Win32 side.
 #include "KivOleControl.h"
 
-#include "KivControlFace.h"
-
 // The one paint path: WM_PAINT, WM_PRINTCLIENT and IViewObject::Draw all come here.
 void KivOleControl::paint(HDC dc, const KivRect& bounds) {
     KivGdiDC kdc(dc);  // restores what it selected before the caller ends the paint
-    onDraw(kdc, bounds, ambientUserMode());
+    m_behaviour->onDraw(kdc, bounds, ambientUserMode());
 }
 
 KivRect KivOleControl::clientRect() const {
     RECT client{};
     if (m_hwnd != nullptr) GetClientRect(m_hwnd, &client);
     return KivFromRECT(client);
-}
-
-void KivOleControl::onDraw(IKivDC& dc, const KivRect& bounds, bool userMode) {
-    KivDrawControlFace(dc, bounds, userMode, KivString(m_class.designText), ambientBackColor(), childList());
 }
 
 void KivOleControl::viewChanged() {

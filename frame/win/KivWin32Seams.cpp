@@ -44,7 +44,7 @@ KivDrawItem KivFromDRAWITEMSTRUCT(const DRAWITEMSTRUCT& item) {
 // ---------------------------------------------------------------- IKivChildList
 
 LRESULT KivWin32ChildList::send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const {
-    return SendMessageW(m_hwnd, m_kind == Kind::ComboBox ? comboMsg : listMsg, w, l);
+    return SendMessageW(m_hwnd, m_kind == KivChildKind::ComboBox ? comboMsg : listMsg, w, l);
 }
 
 KivLResult KivWin32ChildList::addString(const KivString& text) {
@@ -79,7 +79,7 @@ KivLResult KivWin32ChildList::setCurSel(int index) {
     return send(CB_SETCURSEL, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }
 bool KivWin32ChildList::getDroppedState() {
-    return m_kind == Kind::ComboBox && SendMessageW(m_hwnd, CB_GETDROPPEDSTATE, 0, 0) != 0;
+    return m_kind == KivChildKind::ComboBox && SendMessageW(m_hwnd, CB_GETDROPPEDSTATE, 0, 0) != 0;
 }
 KivLResult KivWin32ChildList::setItemHeight(int index, int height) {
     return send(CB_SETITEMHEIGHT, LB_SETITEMHEIGHT, static_cast<WPARAM>(index), height);
@@ -173,20 +173,13 @@ KivGdiDC::~KivGdiDC() {
     restore(m_fonts);
 }
 
-void KivGdiDC::restore(std::vector<Selection>& stack) {
-    while (!stack.empty()) {
-        const Selection s = stack.back();
-        stack.pop_back();
-        SelectObject(m_dc, s.previous);
-        if (s.created != nullptr) DeleteObject(s.created);
-    }
+void KivGdiDC::select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penWidth) {
+    stack.reserve(stack.size() + 1);  // may throw: nothing is selected yet, and `created` deletes itself
+    stack.push_back(Selection{std::move(created), KivSelectObject(m_dc, object), penWidth});  // reserved: no throw
 }
 
-void KivGdiDC::restoreLast(std::vector<Selection>& stack) {
-    if (stack.empty()) return;
-    std::vector<Selection> last{stack.back()};
-    stack.pop_back();
-    restore(last);
+void KivGdiDC::restore(std::vector<Selection>& stack) {
+    while (!stack.empty()) stack.pop_back();
 }
 
 KivColor KivGdiDC::getSysColor(int index) { return GetSysColor(index); }
@@ -235,25 +228,28 @@ KivSize KivGdiDC::getTextExtent(const KivString& text) {
 
 void KivGdiDC::selectPen(const KivPen& pen) {
     m_strokes.flush();
+    KivGdiObject<HGDIOBJ> created(CreatePen(pen.style, pen.width, pen.color));  // owned until restorePen
+    const HGDIOBJ object = created.get();
+    select(m_pens, std::move(created), object, pen.width);
     m_strokes.setPenWidth(pen.width);
-    HPEN created = CreatePen(pen.style, pen.width, pen.color);  // owned until restorePen
-    m_pens.push_back(Selection{SelectObject(m_dc, created), created});
-    m_penWidths.push_back(pen.width);
 }
 void KivGdiDC::restorePen() {
     m_strokes.flush();
-    if (!m_penWidths.empty()) m_penWidths.pop_back();
-    m_strokes.setPenWidth(m_penWidths.empty() ? 1 : m_penWidths.back());
-    restoreLast(m_pens);
+    if (!m_pens.empty()) m_pens.pop_back();
+    m_strokes.setPenWidth(m_pens.empty() ? 1 : m_pens.back().penWidth);
 }
 void KivGdiDC::selectBrush(const KivBrush& brush) {
-    HGDIOBJ created = brush.isStock ? nullptr : CreateSolidBrush(brush.color);
-    HGDIOBJ object = brush.isStock ? stockObject(brush.stock) : created;
-    m_brushes.push_back(Selection{SelectObject(m_dc, object), created});
+    KivGdiObject<HGDIOBJ> created(brush.isStock ? nullptr : CreateSolidBrush(brush.color));  // owned until restoreBrush
+    const HGDIOBJ object = brush.isStock ? stockObject(brush.stock) : created.get();
+    select(m_brushes, std::move(created), object);
 }
-void KivGdiDC::restoreBrush() { restoreLast(m_brushes); }
-void KivGdiDC::selectStockFont(KivStockObject font) { m_fonts.push_back(Selection{SelectObject(m_dc, stockObject(font)), nullptr}); }
-void KivGdiDC::restoreFont() { restoreLast(m_fonts); }
+void KivGdiDC::restoreBrush() {
+    if (!m_brushes.empty()) m_brushes.pop_back();
+}
+void KivGdiDC::selectStockFont(KivStockObject font) { select(m_fonts, KivGdiObject<HGDIOBJ>(), stockObject(font)); }
+void KivGdiDC::restoreFont() {
+    if (!m_fonts.empty()) m_fonts.pop_back();
+}
 void KivGdiDC::moveTo(int x, int y) { m_strokes.moveTo(x, y); }
 void KivGdiDC::lineTo(int x, int y) { m_strokes.lineTo(x, y); }
 void KivGdiDC::ellipse(const KivRect& r) {

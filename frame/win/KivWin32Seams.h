@@ -7,41 +7,24 @@
 
 #include <vector>
 
+#include "KivCom.h"
+
 #include "IKivChildList.h"
 #include "IKivDC.h"
+#include "KivChildControl.h"
 
 // IKivChildList over a combo box (CB_*) or list box (LB_*) window.
 class KivWin32ChildList final : public IKivChildList {
 public:
-    enum class Kind { ComboBox, ListBox };
-    KivWin32ChildList(HWND window, Kind kind) : m_hwnd(window), m_kind(kind) {}
+    KivWin32ChildList(HWND window, KivChildKind kind) : m_hwnd(window), m_kind(kind) {}
     HWND hwnd() const { return m_hwnd; }
 
-    KivLResult addString(const KivString& text) override;
-    KivLResult insertString(int index, const KivString& text) override;
-    KivLResult deleteString(int index) override;
-    void resetContent() override;
-    KivLResult setItemData(int index, KivItemData data) override;
-    KivLResult getItemData(int index) override;
-    KivLResult getText(int index, KivString& text) override;
-    KivLResult getCount() override;
-    KivLResult getCurSel() override;
-    KivLResult setCurSel(int index) override;
-    bool getDroppedState() override;
-    KivLResult setItemHeight(int index, int height) override;
-    KivLResult getItemHeight(int index) override;
-    void setDefaultGuiFont() override;
-    void redraw(unsigned flags) override;
-    void invalidate(bool erase) override;
-    void update() override;
-    void move(int x, int y, int width, int height, bool repaint) override;
-    void enable(bool enabled) override;
-    void setFocus() override;
+    KIV_CHILD_LIST_MEMBERS
 
 private:
     LRESULT send(UINT comboMsg, UINT listMsg, WPARAM w, LPARAM l) const;
     HWND m_hwnd;
-    Kind m_kind;
+    KivChildKind m_kind;
 };
 
 // IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
@@ -82,40 +65,23 @@ public:
     KivGdiDC(const KivGdiDC&) = delete;
     KivGdiDC& operator=(const KivGdiDC&) = delete;
 
-    KivColor getSysColor(int index) override;
-    KivColor setTextColor(KivColor color) override;
-    KivColor setBkColor(KivColor color) override;
-    KivColor getBkColor() override;
-    int setBkMode(int mode) override;
-    unsigned setTextAlign(unsigned align) override;
-    void fillRect(const KivRect& rect, const KivBrush& brush) override;
-    void frameRect(const KivRect& rect, const KivBrush& brush) override;
-    void drawFocusRect(const KivRect& rect) override;
-    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
-    bool textOut(int x, int y, const KivString& text) override;
-    KivSize getTextExtent(const KivString& text) override;
-    void selectPen(const KivPen& pen) override;
-    void restorePen() override;
-    void selectBrush(const KivBrush& brush) override;
-    void restoreBrush() override;
-    void selectStockFont(KivStockObject font) override;
-    void restoreFont() override;
-    void moveTo(int x, int y) override;
-    void lineTo(int x, int y) override;
-    void ellipse(const KivRect& rect) override;
-    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
+    KIV_DC_MEMBERS
 
 private:
+    // One object selected into the DC: on destruction the object it replaced goes back, then the
+    // object is deleted if it was created here (stock objects are borrowed).
     struct Selection {
-        HGDIOBJ previous;
-        HGDIOBJ created;  // deleted after deselection; null for stock objects
+        KivGdiObject<HGDIOBJ> created;  // declared first: deleted after it is deselected
+        KivSelectObject selected;
+        int penWidth;
     };
-    void restore(std::vector<Selection>& stack);      // every selection, last first
-    void restoreLast(std::vector<Selection>& stack);  // the last one
+    // Records the selection first and then selects: without memory for the record nothing is
+    // selected and `created` is deleted.
+    void select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penWidth = 1);
+    static void restore(std::vector<Selection>& stack);  // every selection, last first
     HDC m_dc;
     KivGdiStrokes m_strokes;  // MoveTo and LineTo; drawn before anything else is
     std::vector<Selection> m_pens, m_brushes, m_fonts;
-    std::vector<int> m_penWidths;
 };
 
 RECT KivToRECT(const KivRect& r);

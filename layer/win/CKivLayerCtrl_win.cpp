@@ -5,32 +5,21 @@
 #include "CKivLayerCtrl.h"
 #include "KivGuids.h"
 #include "KivLibrary.h"
-#include "KivOleControl.h"
 #include "KivResources.h"
 
 namespace {
 
-const KivControlClass& layerClass();
-
-class KivLayerControl final : public KivOleControl {
+// Nothing of its own to call: its one behaviour is its picture, the same in design and in user mode.
+class KivLayerBehaviour final : public KivControlBehaviour {
 public:
-    KivLayerControl() : KivOleControl(layerClass()) {}
-    ~KivLayerControl() override { destroyWindow(); }
-
-protected:
-    void onCreate(HWND, const RECT&) override {}
-    // The same picture in design and in user mode.
+    KivControlCore* core() override { return nullptr; }
     void onDraw(IKivDC& dc, const KivRect& bounds, bool) override { CKivLayerCtrl::OnDraw(dc, bounds); }
 };
 
-const KivControlClass& layerClass() {
-    // No stock property is used: the saved state is the version and the extent.
-    static const KivControlClass cls = {
-        &CLSID_KivLayerCtrl, &g_DKivLayer, &g_DKivLayerEvents, &CLSID_KivLayerPropPage, IDS_KIVLAYER, 0x00020191, 0,
-        L"KivLayerCtrl",
-    };
-    return cls;
-}
+// No stock property is used: the saved state is the version and the extent.
+const KivControlClass kLayerClass = {
+    &CLSID_KivLayerCtrl, &g_DKivLayer, &g_DKivLayerEvents, &CLSID_KivLayerPropPage, IDS_KIVLAYER, 0x00020191, 0,
+};
 
 }  // namespace
 
@@ -40,4 +29,8 @@ const KivDispInterface g_DKivLayer = {L"_DKivLayer", &DIID__DKivLayer, L"Dispatc
 const KivDispInterface g_DKivLayerEvents = {L"_DKivLayerEvents", &DIID__DKivLayerEvents,
                                             L"Event interface for KivLayerControl", true, nullptr, 0};
 
-HRESULT KivCreateLayerControl(REFIID riid, void** out) { return KivCreateControl<KivLayerControl>(riid, out); }
+HRESULT KivCreateLayerControl(REFIID riid, void** out) {
+    return KivCreateControl(kLayerClass, [](KivOleControl&) -> std::unique_ptr<KivControlBehaviour> {
+        return std::make_unique<KivLayerBehaviour>();
+    }, riid, out);
+}

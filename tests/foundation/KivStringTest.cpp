@@ -102,6 +102,31 @@ TEST(KivString, ToUpperDoesNotTouchDivisionSign) {
     EXPECT_EQ(s.toUpper().at(0), 0x00F7);
 }
 
+TEST(KivString, ToLowerInPlaceReturnsItself) {
+    KivString s(u"DASHED_X2 CAF\u00c9 \u0178 \u00d7");
+    KivString& same = s.toLower();
+    EXPECT_EQ(&same, &s);
+    EXPECT_EQ(s, KivString(u"dashed_x2 caf\u00e9 \u00ff \u00d7"));  // the multiplication sign stays
+}
+
+TEST(KivString, ToLowerUndoesExactlyWhatToUpperRaises) {
+    // Over every code unit up to U+017F: a unit toUpper raises comes back, every other one (the
+    // capitals included) is one toLower never makes; so no letter is in one table and not the other.
+    for (char16_t c = 0; c <= 0x17F; ++c) {
+        KivString raised{std::u16string(1, c)};
+        raised.toUpper();
+        KivString lowered = raised;
+        lowered.toLower();
+        if (raised.at(0) != c) {
+            EXPECT_EQ(lowered.at(0), c) << "unit " << static_cast<int>(c);
+        } else {
+            KivString back = lowered;
+            back.toUpper();
+            EXPECT_EQ(back.at(0), c) << "unit " << static_cast<int>(c);
+        }
+    }
+}
+
 TEST(KivString, ToDoubleOfASignedDecimalZeroAndEmptyText) {
     EXPECT_DOUBLE_EQ(KivString(u"-6.35").toDouble(false), -6.35);
     EXPECT_DOUBLE_EQ(KivString(u"0").toDouble(false), 0.0);

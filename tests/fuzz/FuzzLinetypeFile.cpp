@@ -28,7 +28,7 @@ void drawEveryRow(const Control& ctrl, const Utl& utl, FakeComboBox& box) {
         utl.DrawItem(dc, item);
         if (dc.pens != 0) kivfuzz::broken("a row's pen was not put back");
     }
-    if (box.count() != ctrl.items.getLogicalLength()) kivfuzz::broken("the child's rows are not the control's");
+    if (box.count() != ctrl.items().getLogicalLength()) kivfuzz::broken("the child's rows are not the control's");
 }
 
 template <class Control, class Utl>

@@ -1,23 +1,9 @@
 ' The hatch preview driven by VBScript through cscript: created by its ProgID, every member of
 ' _DKivHatch by name (the pattern from a real .pat file, named by the script's argument), wrong
 ' arguments give script errors, not crashes. Exits with the number of failed checks.
-Option Explicit
-Dim failures : failures = 0
-Sub Check(ok, what)
-    If ok Then
-        WScript.Echo "ok   " & what
-    Else
-        WScript.Echo "FAIL " & what
-        failures = failures + 1
-    End If
-End Sub
-
+' Check, CheckCreated and Finish: tests/support/ScriptChecks.vbs, run in front of this script.
 Dim c : Set c = CreateObject("KIVLORQCONTROLS.KivHatchCtrl.1")
-Check IsObject(c), "CreateObject by ProgID"
-Check c.Enabled = True, "Enabled starts true"
-c.Enabled = False
-Check c.Enabled = False, "Enabled set false"
-c.Enabled = True
+CheckCreated c, ""
 Check c.Metric = True, "Metric starts true"
 c.Metric = False
 Check c.Metric = False, "Metric set false"
@@ -50,5 +36,4 @@ On Error GoTo 0
 Check c.ZoomFactor = 2.5, "ZoomFactor unchanged after the errors"
 
 Set c = Nothing
-WScript.Echo failures & " failed"
-WScript.Quit failures
+Finish

@@ -21,16 +21,14 @@ TEST_F(LinetypeListCtrl, CreationSetsTheFontTheRowsAndTheStoredSelectionButNoIte
     for (const std::string& entry : box.log) EXPECT_EQ(entry.find("SetItemHeight"), std::string::npos) << entry;
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous"}));
     EXPECT_EQ(box.selection, 2);
-    EXPECT_EQ(CKivLinetypeListBoxUtl::kStyle, 0x50200051u);  // no LBS_SORT
-    EXPECT_EQ(CKivLinetypeListBoxUtl::kChildId, 105);
-    EXPECT_EQ(KivString(CKivLinetypeListCtrl::kDesignText), KivString(u"KivLinetypeListBox"));
+    EXPECT_EQ(ctrl.spec().style, 0x50200051u);  // no LBS_SORT
+    EXPECT_EQ(ctrl.spec().id, 105);
+    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLinetypeListBox"));
 }
 
 TEST_F(LinetypeListCtrl, LoadedAndDefinedRowsKeepTheLoadOrderWithTheirDefinitions) {
-    TempFile file(kSampleLin, "sample.lin");
     create();
-    useFile(ctrl, file, u"sample.lin");
-    ctrl.LoadLinetype(KivString(u"DOT"));
+    loadSample(ctrl, {u"DOT"});
     ctrl.DefineLinetype(KivString(u"ZIGZAG"), KivString(u"A,1,-1"));
     ctrl.LoadLinetype(KivString(u"CENTER"));
     ctrl.LoadLinetype(KivString(u"DASHED"));
@@ -53,12 +51,28 @@ TEST_F(LinetypeListCtrl, RowsFilledBeforeTheWindowExistsArriveWithTheirDefinitio
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "Solid", "A,1,-1", "A,2,-2"}));
 }
 
+TEST_F(LinetypeListCtrl, ARowTheListRefusesIsTakenBackAndTheRowsAfterItStayInStep) {
+    create();
+    box.failAddAfter(4);
+    ctrl.DefineLinetype(KivString(u"Zigzag"), KivString(u"A,1,-1"));
+    ctrl.DefineLinetype(KivString(u"Border"), KivString(u"A,2,-2"));  // no room in the list: refused
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Zigzag"}));
+    EXPECT_EQ(namesOf(ctrl), box.texts());
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,1,-1"}));
+    box.failAddAfter(-1);
+    ctrl.DefineLinetype(KivString(u"Dot"), KivString(u"A,0,-1"));
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous", "Zigzag", "Dot"}));
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,1,-1", "A,0,-1"}));
+    click(4);
+    EXPECT_EQ(events(), (Texts{"SelChange(\"Dot\")"}));
+}
+
 TEST_F(LinetypeListCtrl, SelectingRowZeroFiresSelChangeWithByLayerAndTakesTheFocus) {
     create();
     ctrl.DefineLinetypeByLayer(KivString(u"Layer"), KivString(u"A,1"));
     click(0);
     EXPECT_EQ(events(), (Texts{"SelChange(\"ByLayer\")"}));
-    EXPECT_EQ(ctrl.currentIndex, 0);
+    EXPECT_EQ(ctrl.GetComboIndex(), 0);
     EXPECT_EQ(site.focusRequests, 1);
 }
 
@@ -68,7 +82,7 @@ TEST_F(LinetypeListCtrl, ClearingTheSelectionFiresNothing) {
     click(3);  // beyond the rows: nothing either
     EXPECT_TRUE(site.events.empty());
     EXPECT_EQ(site.focusRequests, 0);
-    EXPECT_EQ(ctrl.currentIndex, 3);  // the index is read all the same
+    EXPECT_EQ(ctrl.GetComboIndex(), 3);  // the index is read all the same
 }
 
 TEST_F(LinetypeListCtrl, OnlySelChangeIsEverFired) {

@@ -8,28 +8,6 @@
 namespace rc = recording_colors;
 
 namespace {
-KivDrawItem row(int id, unsigned state, KivRect rect) {
-    KivDrawItem d;
-    d.itemID = id;
-    d.itemState = state;
-    d.rcItem = rect;
-    return d;
-}
-Texts plainBackground(const KivRect& r) {
-    return {"GetSysColor(5)", "GetSysColor(13)", "GetSysColor(8)", "SetTextColor(" + RecordingDC::hex(rc::kWindowText) + ")",
-            "SetBkColor(" + RecordingDC::hex(rc::kWindow) + ")",
-            "FillRect(" + RecordingDC::rect(r) + ",solid " + RecordingDC::hex(rc::kWindow) + ")"};
-}
-Texts selectedBackground(const KivRect& textHalf) {
-    return {"GetSysColor(5)", "GetSysColor(13)", "GetSysColor(8)",
-            "SetTextColor(" + RecordingDC::hex(~rc::kWindowText & 0x00FFFFFF) + ")",
-            "SetBkColor(" + RecordingDC::hex(rc::kHighlight) + ")",
-            "FillRect(" + RecordingDC::rect(textHalf) + ",solid " + RecordingDC::hex(rc::kHighlight) + ")"};
-}
-Texts join(Texts a, const Texts& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-}
 
 class LinetypeRow : public LinetypeFixture {
 protected:
@@ -61,31 +39,31 @@ TEST_F(LinetypeRow, LayoutCountsTheLeftEdgeTwiceForTheTextBox) {
 TEST_F(LinetypeRow, APlainComboRowDrawsTextWhiteSampleStrokesAndTheBitmapCopy) {
     RecordingDC dc;
     const KivRect r{0, 0, 100, 16};
-    combo.comboBox.DrawItem(dc, row(3, 0, r));
-    EXPECT_EQ(dc.calls, join(plainBackground(r), {
-                                                     "SetBkMode(1)",
-                                                     "DrawText(\"Dashed\",52,2,100,16,36)",
-                                                     "SelectPen(0,1,0x00000000)",
-                                                     "SelectBrush(solid 0x00FFFFFF)",
-                                                     "FillRect(2,2,50,14,solid 0x00FFFFFF)",
-                                                     "SetTextColor(0x00000000)",
-                                                     "MoveTo(0,8)",  // y = 2 + 12/2; x from 0 of the device
-                                                     "LineTo(12,8)",
-                                                     "MoveTo(19,8)",
-                                                     "LineTo(31,8)",
-                                                     "MoveTo(38,8)",
-                                                     "LineTo(48,8)",  // the width of the box: 48
-                                                     "BitBltFromCompatibleBitmap(0x0,2,2,50,14,0x00CC0020)",
-                                                     "RestoreBrush",
-                                                     "RestorePen",
-                                                 }));
+    combo.comboBox.DrawItem(dc, ownerDrawItem(3, 0, r));
+    EXPECT_EQ(dc.calls, itemCalls(false, r, {
+        "SetBkMode(1)",
+        "DrawText(\"Dashed\",52,2,100,16,36)",
+        "SelectPen(0,1,0x00000000)",
+        "SelectBrush(solid 0x00FFFFFF)",
+        "FillRect(2,2,50,14,solid 0x00FFFFFF)",
+        "SetTextColor(0x00000000)",
+        "MoveTo(0,8)",  // y = 2 + 12/2; x from 0 of the device
+        "LineTo(12,8)",
+        "MoveTo(19,8)",
+        "LineTo(31,8)",
+        "MoveTo(38,8)",
+        "LineTo(48,8)",  // the width of the box: 48
+        "BitBltFromCompatibleBitmap(0x0,2,2,50,14,0x00CC0020)",
+        "RestoreBrush",
+        "RestorePen",
+    }));
 }
 
 TEST_F(LinetypeRow, ASelectedFocusedRowHighlightsOnlyItsTextHalf) {
     RecordingDC dc;
     const KivRect r{0, 16, 100, 32};
-    combo.comboBox.DrawItem(dc, row(2, kiv::kOdsSelected | kiv::kOdsFocus, r));
-    const Texts head = join(selectedBackground(KivRect{50, 16, 100, 32}), {"DrawFocusRect(0,16,100,32)", "SetBkMode(1)",
+    combo.comboBox.DrawItem(dc, ownerDrawItem(2, kiv::kOdsSelected | kiv::kOdsFocus, r));
+    const Texts head = itemCalls(true, KivRect{50, 16, 100, 32}, {"DrawFocusRect(0,16,100,32)", "SetBkMode(1)",
                                                                             "DrawText(\"Continuous\",52,18,100,32,36)"});
     EXPECT_EQ(Texts(dc.calls.begin(), dc.calls.begin() + static_cast<long>(head.size())), head);
     EXPECT_EQ(dc.calls.at(head.size() + 4), "MoveTo(0,24)");
@@ -95,45 +73,45 @@ TEST_F(LinetypeRow, ASelectedFocusedRowHighlightsOnlyItsTextHalf) {
 TEST_F(LinetypeRow, AMinusOneRowDrawsOnlyItsBackgroundAndFocus) {
     RecordingDC dc;
     const KivRect r{0, 0, 100, 17};
-    combo.comboBox.DrawItem(dc, row(-1, kiv::kOdsFocus | kiv::kOdsComboBoxEdit, r));
-    EXPECT_EQ(dc.calls, join(plainBackground(r), {"DrawFocusRect(0,0,100,17)"}));
+    combo.comboBox.DrawItem(dc, ownerDrawItem(-1, kiv::kOdsFocus | kiv::kOdsComboBoxEdit, r));
+    EXPECT_EQ(dc.calls, itemCalls(false, r, {"DrawFocusRect(0,0,100,17)"}));
     RecordingDC listDc;
-    list.listBox.DrawItem(listDc, row(-1, kiv::kOdsFocus, r));
-    EXPECT_EQ(listDc.calls, join(plainBackground(r), {"DrawFocusRect(0,0,100,17)"}));
+    list.listBox.DrawItem(listDc, ownerDrawItem(-1, kiv::kOdsFocus, r));
+    EXPECT_EQ(listDc.calls, itemCalls(false, r, {"DrawFocusRect(0,0,100,17)"}));
 }
 
 TEST_F(LinetypeRow, TheCombosPenFollowsTheDpiAndTheListsStaysOnePixel) {
     CKivDpi::setDpiForTesting(144);
     RecordingDC comboDc, listDc;
-    combo.comboBox.DrawItem(comboDc, row(3, 0, KivRect{0, 0, 100, 16}));
-    list.listBox.DrawItem(listDc, row(3, 0, KivRect{0, 0, 100, 16}));
+    combo.comboBox.DrawItem(comboDc, ownerDrawItem(3, 0, KivRect{0, 0, 100, 16}));
+    list.listBox.DrawItem(listDc, ownerDrawItem(3, 0, KivRect{0, 0, 100, 16}));
     EXPECT_EQ(comboDc.calls.at(8), "SelectPen(0,2,0x00000000)");  // getUnit() at 144 dpi
     EXPECT_EQ(listDc.calls.at(8), "SelectPen(0,1,0x00000000)");
     CKivDpi::setDpiForTesting(192);
     RecordingDC wide;
-    combo.comboBox.DrawItem(wide, row(3, 0, KivRect{0, 0, 100, 16}));
+    combo.comboBox.DrawItem(wide, ownerDrawItem(3, 0, KivRect{0, 0, 100, 16}));
     EXPECT_EQ(wide.calls.at(8), "SelectPen(0,2,0x00000000)");
 }
 
 TEST_F(LinetypeRow, TheListIgnoresSelectionAndFocusInAComboBoxEditState) {
     RecordingDC dc;
     const KivRect r{0, 0, 100, 16};
-    list.listBox.DrawItem(dc, row(3, kiv::kOdsSelected | kiv::kOdsFocus | kiv::kOdsComboBoxEdit, r));
+    list.listBox.DrawItem(dc, ownerDrawItem(3, kiv::kOdsSelected | kiv::kOdsFocus | kiv::kOdsComboBoxEdit, r));
     EXPECT_EQ(Texts(dc.calls.begin(), dc.calls.begin() + 8),
-              join(plainBackground(r), {"SetBkMode(1)", "DrawText(\"Dashed\",52,2,100,16,36)"}));
+              itemCalls(false, r, {"SetBkMode(1)", "DrawText(\"Dashed\",52,2,100,16,36)"}));
     RecordingDC selected;
-    list.listBox.DrawItem(selected, row(3, kiv::kOdsSelected | kiv::kOdsFocus, r));
+    list.listBox.DrawItem(selected, ownerDrawItem(3, kiv::kOdsSelected | kiv::kOdsFocus, r));
     EXPECT_EQ(Texts(selected.calls.begin(), selected.calls.begin() + 7),
-              join(selectedBackground(KivRect{50, 0, 100, 16}), {"DrawFocusRect(0,0,100,16)"}));
+              itemCalls(true, KivRect{50, 0, 100, 16}, {"DrawFocusRect(0,0,100,16)"}));
     // The combo draws the selected look whatever the edit state.
     RecordingDC comboDc;
-    combo.comboBox.DrawItem(comboDc, row(3, kiv::kOdsSelected | kiv::kOdsComboBoxEdit, r));
+    combo.comboBox.DrawItem(comboDc, ownerDrawItem(3, kiv::kOdsSelected | kiv::kOdsComboBoxEdit, r));
     EXPECT_EQ(comboDc.calls.at(5), "FillRect(50,0,100,16,solid " + RecordingDC::hex(rc::kHighlight) + ")");
 }
 
 TEST_F(LinetypeRow, ARowWithoutADefinitionDrawsItsNameAndNoLine) {
     RecordingDC dc;
-    combo.comboBox.DrawItem(dc, row(9, 0, KivRect{0, 0, 100, 16}));  // no such row
+    combo.comboBox.DrawItem(dc, ownerDrawItem(9, 0, KivRect{0, 0, 100, 16}));  // no such row
     EXPECT_EQ(dc.calls.at(7), "DrawText(\"\",52,2,100,16,36)");
     EXPECT_EQ(dc.calls.at(12), "MoveTo(0,8)");
     EXPECT_EQ(dc.calls.at(13), "BitBltFromCompatibleBitmap(0x0,2,2,50,14,0x00CC0020)");

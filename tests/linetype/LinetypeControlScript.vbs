@@ -3,25 +3,11 @@
 ' script's argument), wrong arguments give script errors, not crashes. Without a container a control
 ' has no window: its rows are not shown, so GetCount and SelectItemAt answer for no rows, while loading,
 ' defining and the properties still work. Exits with the number of failed checks.
-Option Explicit
-Dim failures : failures = 0
-Sub Check(ok, what)
-    If ok Then
-        WScript.Echo "ok   " & what
-    Else
-        WScript.Echo "FAIL " & what
-        failures = failures + 1
-    End If
-End Sub
-
+' Check, CheckCreated and Finish: tests/support/ScriptChecks.vbs, run in front of this script.
 Dim folder : folder = WScript.Arguments(0)
 
 Sub Exercise(c, kind)
-    Check IsObject(c), kind & ": CreateObject by ProgID"
-    Check c.Enabled = True, kind & ": Enabled starts true"
-    c.Enabled = False
-    Check c.Enabled = False, kind & ": Enabled set false"
-    c.Enabled = True
+    CheckCreated c, kind & ": "
     Check c.ComboIndex = -1, kind & ": ComboIndex starts at -1"
     c.ComboIndex = 2
     Check c.ComboIndex = 2, kind & ": ComboIndex set"
@@ -78,5 +64,4 @@ On Error GoTo 0
 
 Set combo = Nothing
 Set list = Nothing
-WScript.Echo failures & " failed"
-WScript.Quit failures
+Finish

@@ -81,7 +81,7 @@ protected:
             if (loadsItself(bytes, h)) {
                 ASSERT_EQ(rows.count(), 4);
                 EXPECT_EQ(control.definitionOf(3).toUtf8(), h.nextLine);
-                EXPECT_EQ(control.items[3].definition.toUtf8(), h.nextLine);
+                EXPECT_EQ(control.items()[3].definition.toUtf8(), h.nextLine);
                 ++loaded;
             } else {
                 const std::size_t first = bytes.find("*" + upperAscii(h.name));

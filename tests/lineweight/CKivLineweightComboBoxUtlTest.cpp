@@ -5,20 +5,6 @@
 
 namespace rc = recording_colors;
 
-namespace {
-KivDrawItem item(int id, unsigned state, KivRect rect) {
-    KivDrawItem d;
-    d.itemID = id;
-    d.itemState = state;
-    d.rcItem = rect;
-    return d;
-}
-const Texts kSysColors = {"GetSysColor(5)", "GetSysColor(13)", "GetSysColor(8)"};
-Texts with(Texts head, const Texts& tail) {
-    head.insert(head.end(), tail.begin(), tail.end());
-    return head;
-}
-}  // namespace
 
 using LineweightDraw = LineweightFixture;
 
@@ -34,75 +20,63 @@ TEST_F(LineweightDraw, BarsAtItemHeight16Are14And6And1And1) {
 TEST_F(LineweightDraw, ThickestItemDrawnInFullAtItemHeight16) {
     create();
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(26, 0, KivRect{0, 0, 120, 16}));
-    EXPECT_EQ(dc.calls, with(kSysColors, {
-                                             "SetTextColor(" + RecordingDC::hex(rc::kWindowText) + ")",
-                                             "SetBkColor(" + RecordingDC::hex(rc::kWindow) + ")",
-                                             "FillRect(0,0,120,16,solid " + RecordingDC::hex(rc::kWindow) + ")",
-                                             "SelectFont(DEFAULT_GUI_FONT)",
-                                             "SetBkMode(1)",
-                                             "TextOut(32,2,\"0.083 \"\")",  // 0 + 120/4 + 2
-                                             "FillRect(2,1,30,15,solid 0x00000000)",  // top 8 - 14/2, 14 high, right 120/4
-                                             "FrameRect(2,1,30,15,BLACK_BRUSH)",
-                                             "RestoreFont",
-                                         }));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(26, 0, KivRect{0, 0, 120, 16}));
+    EXPECT_EQ(dc.calls, itemCalls(false, KivRect{0, 0, 120, 16}, {
+        "SelectFont(DEFAULT_GUI_FONT)",
+        "SetBkMode(1)",
+        "TextOut(32,2,\"0.083 \"\")",  // 0 + 120/4 + 2
+        "FillRect(2,1,30,15,solid 0x00000000)",  // top 8 - 14/2, 14 high, right 120/4
+        "FrameRect(2,1,30,15,BLACK_BRUSH)",
+        "RestoreFont",
+    }));
 }
 
 TEST_F(LineweightDraw, SelectedFocusedItemWithASixPixelBar) {
     create();
     ctrl.SetMeasurement(1);
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(20, kiv::kOdsSelected | kiv::kOdsFocus, KivRect{0, 32, 100, 48}));
-    EXPECT_EQ(dc.calls, with(kSysColors, {
-                                             "SetTextColor(" + RecordingDC::hex(~rc::kWindowText & 0x00FFFFFF) + ")",
-                                             "SetBkColor(" + RecordingDC::hex(rc::kHighlight) + ")",
-                                             "FillRect(0,32,100,48,solid " + RecordingDC::hex(rc::kHighlight) + ")",
-                                             "DrawFocusRect(0,32,100,48)",
-                                             "SelectFont(DEFAULT_GUI_FONT)",
-                                             "SetBkMode(1)",
-                                             "TextOut(27,34,\"1.00 mm\")",
-                                             "FillRect(2,37,25,43,solid 0x00000000)",  // 40 - 3, 6 high
-                                             "FrameRect(2,37,25,43,BLACK_BRUSH)",
-                                             "RestoreFont",
-                                         }));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(20, kiv::kOdsSelected | kiv::kOdsFocus, KivRect{0, 32, 100, 48}));
+    EXPECT_EQ(dc.calls, itemCalls(true, KivRect{0, 32, 100, 48}, {
+        "DrawFocusRect(0,32,100,48)",
+        "SelectFont(DEFAULT_GUI_FONT)",
+        "SetBkMode(1)",
+        "TextOut(27,34,\"1.00 mm\")",
+        "FillRect(2,37,25,43,solid 0x00000000)",  // 40 - 3, 6 high
+        "FrameRect(2,37,25,43,BLACK_BRUSH)",
+        "RestoreFont",
+    }));
 }
 
 TEST_F(LineweightDraw, DisabledItemUsesInactiveCaptionTextForLabelAndBar) {
     create();
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(0, kiv::kOdsDisabled, KivRect{0, 0, 120, 16}));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(0, kiv::kOdsDisabled, KivRect{0, 0, 120, 16}));
     const std::string c19 = RecordingDC::hex(rc::kInactiveCaptionText);
-    EXPECT_EQ(dc.calls, with(kSysColors, {
-                                             "SetTextColor(" + RecordingDC::hex(rc::kWindowText) + ")",
-                                             "SetBkColor(" + RecordingDC::hex(rc::kWindow) + ")",
-                                             "FillRect(0,0,120,16,solid " + RecordingDC::hex(rc::kWindow) + ")",
-                                             "GetSysColor(19)",
-                                             "SetTextColor(" + c19 + ")",
-                                             "SelectFont(DEFAULT_GUI_FONT)",
-                                             "SetBkMode(1)",
-                                             "TextOut(32,2,\"ByLayer\")",
-                                             "FillRect(2,8,30,9,solid " + c19 + ")",  // ByLayer: 1 pixel
-                                             "FrameRect(2,8,30,9,BLACK_BRUSH)",
-                                             "RestoreFont",
-                                         }));
+    EXPECT_EQ(dc.calls, itemCalls(false, KivRect{0, 0, 120, 16}, {
+        "GetSysColor(19)",
+        "SetTextColor(" + c19 + ")",
+        "SelectFont(DEFAULT_GUI_FONT)",
+        "SetBkMode(1)",
+        "TextOut(32,2,\"ByLayer\")",
+        "FillRect(2,8,30,9,solid " + c19 + ")",  // ByLayer: 1 pixel
+        "FrameRect(2,8,30,9,BLACK_BRUSH)",
+        "RestoreFont",
+    }));
 }
 
 TEST_F(LineweightDraw, EmptySelectionFieldDrawsOnlyBackgroundAndFocus) {
     create();
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(-1, kiv::kOdsFocus | kiv::kOdsComboBoxEdit, KivRect{0, 0, 120, 18}));
-    EXPECT_EQ(dc.calls, with(kSysColors, {
-                                             "SetTextColor(" + RecordingDC::hex(rc::kWindowText) + ")",
-                                             "SetBkColor(" + RecordingDC::hex(rc::kWindow) + ")",
-                                             "FillRect(0,0,120,18,solid " + RecordingDC::hex(rc::kWindow) + ")",
-                                             "DrawFocusRect(0,0,120,18)",
-                                         }));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(-1, kiv::kOdsFocus | kiv::kOdsComboBoxEdit, KivRect{0, 0, 120, 18}));
+    EXPECT_EQ(dc.calls, itemCalls(false, KivRect{0, 0, 120, 18}, {
+        "DrawFocusRect(0,0,120,18)",
+    }));
 }
 
 TEST_F(LineweightDraw, TheBarsRightEdgeIsAbsoluteWhileTheLabelFollowsTheItemsLeft) {
     create();
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(3, 0, KivRect{40, 0, 160, 16}));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(3, 0, KivRect{40, 0, 160, 16}));
     EXPECT_EQ(dc.calls.at(8), "TextOut(72,2,\"0.000 \"\")");            // 40 + 120/4 + 2
     EXPECT_EQ(dc.calls.at(9), "FillRect(42,8,30,9,solid 0x00000000)");  // right edge 120/4 = 30, not 70
 }
@@ -111,10 +85,10 @@ TEST_F(LineweightDraw, BarsFollowTheItemHeightNotTheDpi) {
     CKivDpi::setDpiForTesting(192);
     create();
     RecordingDC dc;
-    ctrl.comboBox.DrawItem(dc, item(26, 0, KivRect{0, 0, 120, 16}));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(26, 0, KivRect{0, 0, 120, 16}));
     EXPECT_EQ(dc.calls.at(9), "FillRect(2,1,30,15,solid 0x00000000)");  // still 14 high
     dc.calls.clear();
-    ctrl.comboBox.DrawItem(dc, item(26, 0, KivRect{0, 0, 240, 32}));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(26, 0, KivRect{0, 0, 240, 32}));
     EXPECT_EQ(dc.calls.at(9), "FillRect(2,1,60,31,solid 0x00000000)");  // 30 high in a 32-pixel item
 }
 
@@ -127,9 +101,9 @@ TEST_F(LineweightDraw, TheLabelBufferIsOneStringSharedByEveryInstance) {
     other.SetMeasurement(1);
     RecordingDC dc;
     const KivRect r{0, 0, 120, 16};
-    ctrl.comboBox.DrawItem(dc, item(10, 0, r));
+    ctrl.comboBox.DrawItem(dc, ownerDrawItem(10, 0, r));
     EXPECT_EQ(other.comboBox.textBuffer(), KivString(u"0.010 \""));
-    other.comboBox.DrawItem(dc, item(10, 0, r));
+    other.comboBox.DrawItem(dc, ownerDrawItem(10, 0, r));
     EXPECT_EQ(ctrl.comboBox.textBuffer(), KivString(u"0.25 mm"));
     EXPECT_EQ(&ctrl.comboBox.textBuffer(), &other.comboBox.textBuffer());
 }

@@ -18,16 +18,16 @@ const int kCodes[27] = {-1, -2, -3, 0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50,
 // ---- Construction and creation ----
 
 TEST_F(LineweightCtrl, FieldsAfterConstruction) {
-    EXPECT_FALSE(ctrl.comboBox.exists());
+    EXPECT_FALSE(ctrl.child().exists());
     EXPECT_EQ(ctrl.currentIndex, -1);
     EXPECT_EQ(ctrl.measurement, 0);
     EXPECT_EQ(ctrl.tooltipText, KivString());
-    EXPECT_EQ(ctrl.droppedSelection, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(ctrl.lineweights.metric().size(), 27u);
     EXPECT_EQ(ctrl.lineweights.inch().size(), 27u);
-    EXPECT_EQ(CKivLineweightComboBoxUtl::kStyle, 0x50200E13u);
-    EXPECT_EQ(CKivLineweightComboBoxUtl::kChildId, 103);
-    EXPECT_EQ(KivString(CKivLineweightCtrl::kDesignText), KivString(u"KivLineweightComboBox"));
+    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.spec().id, 103);
+    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLineweightComboBox"));
 }
 
 TEST_F(LineweightCtrl, ANewControlShowsTheInchLabelsWithTheirCodesAndNoSelection) {
@@ -62,30 +62,6 @@ TEST_F(LineweightCtrl, ValuesSetBeforeCreationAreAppliedWhenTheListIsBuilt) {
     EXPECT_EQ(box.textAt(0), "Layer");
     EXPECT_EQ(box.textAt(10), "0.25 mm");
     EXPECT_EQ(box.selection, 10);
-}
-
-// ---- Frame messages and the departures from the other controls ----
-
-TEST_F(LineweightCtrl, SizeMovesTheChildToALiteral140PixelsAtEveryDpi) {
-    ctrl.OnSize(200);  // no child yet: nothing
-    create();
-    box.log.clear();
-    ctrl.OnSize(200);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,200,140,TRUE)"}));
-    CKivDpi::setDpiForTesting(144);  // not scaled: 140 again, where the colour control takes 210
-    box.log.clear();
-    ctrl.OnSize(300);
-    EXPECT_EQ(box.log, (Texts{"Invalidate(erase)", "MoveWindow(0,0,300,140,TRUE)"}));
-}
-
-TEST_F(LineweightCtrl, FocusAndEnabledGoToTheChild) {
-    create();
-    box.log.clear();
-    ctrl.OnSetFocus();
-    ctrl.OnEnabledChanged(false);
-    EXPECT_FALSE(box.enabled);
-    ctrl.OnEnabledChanged(true);
-    EXPECT_EQ(box.log, (Texts{"SetFocus", "EnableWindow(FALSE)", "EnableWindow(TRUE)"}));
 }
 
 // ---- Measurement ----
@@ -233,17 +209,8 @@ TEST_F(LineweightCtrl, MouseChoiceFiresSelChangeThenOnCloseUpSelAndCloseUpWithTh
     EXPECT_EQ(events(), (Texts{"SelChange(\"0.010 \"\")", "SelAndCloseUp(\"0.010 \"\")"}));
     EXPECT_EQ(ctrl.currentIndex, 10);
     EXPECT_EQ(ctrl.GetCurrentItemLineWeight(), 25);
-    EXPECT_EQ(ctrl.droppedSelection, 0);
+    EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(site.focusRequests, 1);  // CBN_DROPDOWN gives the control the focus
-}
-
-TEST_F(LineweightCtrl, OpeningAndClosingWithoutAChangeFiresNothingAtCloseUp) {
-    create();
-    box.dropped = true;
-    ctrl.OnCommand(kiv::kCbnDropDown);
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_TRUE(site.events.empty());
 }
 
 TEST_F(LineweightCtrl, SelEndOkWhileClosedFiresSelAndCloseUpAtOnce) {
@@ -255,19 +222,6 @@ TEST_F(LineweightCtrl, SelEndOkWhileClosedFiresSelAndCloseUpAtOnce) {
     EXPECT_EQ(ctrl.GetCurrentItemLineWeight(), 211);
     keyPick(25);
     EXPECT_EQ(events(), (Texts{"SelAndCloseUp(\"2.11 mm\")", "SelChange(\"2.00 mm\")", "SelAndCloseUp(\"2.00 mm\")"}));
-}
-
-TEST_F(LineweightCtrl, SelEndOkWhileDroppedDefersToTheCloseUp) {
-    create();
-    box.dropped = true;
-    box.selection = 4;
-    ctrl.OnCommand(kiv::kCbnSelEndOk);
-    EXPECT_TRUE(site.events.empty());
-    EXPECT_EQ(ctrl.droppedSelection, 1);
-    box.dropped = false;
-    ctrl.OnCommand(kiv::kCbnCloseUp);
-    EXPECT_EQ(events(), (Texts{"SelAndCloseUp(\"0.002 \"\")"}));
-    EXPECT_EQ(ctrl.droppedSelection, 0);
 }
 
 TEST_F(LineweightCtrl, EventsCarryTheReplacedSpecialText) {

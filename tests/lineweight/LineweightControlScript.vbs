@@ -2,25 +2,11 @@
 ' _DKivLineweight by name, wrong argument types and counts give script errors, not crashes. Without
 ' a container the control has no window: its list is not built, the table and the stored selection
 ' still answer. Exits with the number of failed checks.
-Option Explicit
-Dim failures : failures = 0
-Sub Check(ok, what)
-    If ok Then
-        WScript.Echo "ok   " & what
-    Else
-        WScript.Echo "FAIL " & what
-        failures = failures + 1
-    End If
-End Sub
-
+' Check, CheckCreated and Finish: tests/support/ScriptChecks.vbs, run in front of this script.
 Dim c : Set c = CreateObject("KIVLORQCONTROLS.KivLineweightCtrl.1")
-Check IsObject(c), "CreateObject by ProgID"
+CheckCreated c, ""
 
 ' Properties.
-Check c.Enabled = True, "Enabled starts true"
-c.Enabled = False
-Check c.Enabled = False, "Enabled set false"
-c.Enabled = True
 Check c.TooltipText = "", "TooltipText starts empty"
 c.TooltipText = "Lineweight"
 Check c.TooltipText = "Lineweight", "TooltipText set"
@@ -72,5 +58,4 @@ c.SelectItemByLineWeight 211
 Check c.GetCurrentItemLineWeight() = 211, "the control still answers after the errors"
 
 Set c = Nothing
-WScript.Echo failures & " failed"
-WScript.Quit failures
+Finish

@@ -41,14 +41,27 @@ HRESULT put(IDispatch* d, const wchar_t* name, VARIANT value) {
     return hr;
 }
 
-std::wstring placeholderText(HWND window) {
-    std::wstring text;
+std::vector<std::string> placeholderPage(HWND window) {
+    struct Search {
+        HWND page = nullptr;
+    } search;
     EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
-        const std::wstring t = windowText(child);
-        if (t.rfind(L"TODO:", 0) == 0) *reinterpret_cast<std::wstring*>(found) = t;
-        return TRUE;
-    }, reinterpret_cast<LPARAM>(&text));
-    return text;
+        if (windowText(child).rfind(L"TODO:", 0) != 0) return TRUE;
+        reinterpret_cast<Search*>(found)->page = GetParent(child);
+        return FALSE;
+    }, reinterpret_cast<LPARAM>(&search));
+    std::vector<std::string> windows;
+    if (search.page == nullptr) return windows;
+    for (HWND child = GetWindow(search.page, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t cls[64] = {};
+        GetClassNameW(child, cls, 64);
+        windows.push_back(narrow(cls) + ": " + narrow(windowText(child)));
+    }
+    return windows;
+}
+
+std::vector<std::string> expectedPlaceholderPage(const std::string& control) {
+    return {"Static: TODO: Place controls to manipulate properties of " + control + " on this dialog."};
 }
 
 PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& pages, int button) {
@@ -64,7 +77,7 @@ PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& 
             item.cchTextMax = 64;
             SendMessageW(tabControl, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
             seen.tab = buffer;
-            seen.text = placeholderText(sheet);
+            seen.page = placeholderPage(sheet);
             // The button, pressed again while the frame stays open: under load Wine's frame can miss
             // a press that arrives while it is still settling.
             for (int attempt = 0; attempt < 10 && IsWindow(sheet); ++attempt) {

@@ -30,15 +30,20 @@ std::string textResult(IDispatch* d, const wchar_t* name, std::vector<VARIANT> a
 // Sets a property by name.
 HRESULT put(IDispatch* d, const wchar_t* name, VARIANT value);
 
-// The text of a property page's static control ("TODO: Place controls ..."), among `window`'s descendants.
-std::wstring placeholderText(HWND window);
+// The page among `window`'s descendants that holds a placeholder ("TODO: Place controls ..."): each
+// of its child windows as "Class: text", so that a test sees the placeholder and anything else the
+// page holds (an input control would show up beside it).
+std::vector<std::string> placeholderPage(HWND window);
+// What a placeholder page of `control` ("KivColorControl", ...) holds: one static text, nothing else.
+std::vector<std::string> expectedPlaceholderPage(const std::string& control);
 
-// What a property frame showed: its tab count, its first tab's title and the page's placeholder.
+// What a property frame showed: its tab count, its first tab's title and the page's windows.
 struct PropertyFrameSeen {
     HRESULT result = E_FAIL;  // OleCreatePropertyFrame's
     bool answered = false;    // the frame appeared and was closed with the button
     int tabs = 0;
-    std::wstring tab, text;
+    std::wstring tab;
+    std::vector<std::string> page;
 };
 // Opens the property frame a container opens for `object` with `pages` (ISpecifyPropertyPages),
 // reads it, and closes it with `button` (IDOK or IDCANCEL).

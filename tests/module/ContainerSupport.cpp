@@ -1,17 +1,9 @@
 #include "ContainerSupport.h"
+
+#include "KivContainer.h"
 #include <cstdio>
 
-void pumpMessages(DWORD ms) {
-    const DWORD until = GetTickCount() + ms;
-    do {
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
-        }
-        Sleep(5);
-    } while (static_cast<LONG>(until - GetTickCount()) > 0);
-}
+void pumpMessages(DWORD ms) { KivPumpMessages(ms); }
 
 STDMETHODIMP EventSink::QueryInterface(REFIID riid, void** out) {
     if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) || IsEqualIID(riid, m_events)) {
@@ -61,16 +53,6 @@ STDMETHODIMP AmbientSite::Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*,
         return S_OK;
     }
     return DISP_E_MEMBERNOTFOUND;
-}
-
-STDMETHODIMP MemoryPropertyBag::QueryInterface(REFIID riid, void** out) {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPropertyBag)) {
-        *out = static_cast<IPropertyBag*>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
 }
 
 STDMETHODIMP MemoryPropertyBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*) {
@@ -126,6 +108,15 @@ DialogAnswerer::DialogAnswerer(const wchar_t* className, const wchar_t* title, s
 DialogAnswerer::~DialogAnswerer() {
     m_stop = true;
     if (m_thread.joinable()) m_thread.join();
+}
+
+long gdiObjects() {
+    const DWORD reported = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    if (reported != 0) return static_cast<long>(reported);
+    long n = 0;
+    for (ULONG_PTR index = 1; index < 0x10000; ++index)
+        if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++n;
+    return n;
 }
 
 std::wstring windowText(HWND hwnd) {

@@ -20,81 +20,43 @@
 void pumpMessages(DWORD ms = 50);
 
 // Records the events it receives as "SelChange(3,7)".
-class EventSink final : public IDispatch {
+class EventSink final : public KivRefCounted<KivDispatchWithoutTypes> {
 public:
     explicit EventSink(const IID& events) : m_events(events) {}
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = --m_refs;
-        if (n == 0) delete this;
-        return n;
-    }
-    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
-        *n = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*, UINT*) override;
 
     std::vector<std::string> events;
 
 private:
-    std::atomic<ULONG> m_refs{1};
     IID m_events;
 };
 
 // A client site whose ambient properties the test chooses (UserMode, BackColor, ForeColor).
-class AmbientSite final : public IOleClientSite, public IDispatch {
+class AmbientSite final : public KivRefCounted<IOleClientSite, KivDispatchWithoutTypes> {
 public:
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = --m_refs;
-        if (n == 0) delete this;
-        return n;
-    }
     STDMETHODIMP SaveObject() override { return S_OK; }
     STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
     STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
     STDMETHODIMP ShowObject() override { return S_OK; }
     STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
     STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
-        *n = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override;
 
     bool userMode = true;
     OLE_COLOR backColor = 0x00FFEEDD;
     OLE_COLOR foreColor = 0x00112233;
-
-private:
-    std::atomic<ULONG> m_refs{1};
 };
 
 // A property bag in memory.
-class MemoryPropertyBag final : public IPropertyBag {
+class MemoryPropertyBag final : public KivComObject<IPropertyBag, &IID_IPropertyBag> {
 public:
-    STDMETHODIMP QueryInterface(REFIID riid, void** out) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = --m_refs;
-        if (n == 0) delete this;
-        return n;
-    }
     STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override;
     STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override;
-    ~MemoryPropertyBag();
+    ~MemoryPropertyBag() override;
 
     std::map<std::wstring, VARIANT> values;
-
-private:
-    std::atomic<ULONG> m_refs{1};
 };
 
 // The visible top-level windows of this process of `className` titled `title` (nullptr: any), in
@@ -116,6 +78,11 @@ private:
     std::atomic<bool> m_stop{false};
     std::thread m_thread;
 };
+
+// The GDI objects alive in this process. Wine answers 0 to GetGuiResources: there a GDI handle is an
+// index into the handle table in its low word, and the table answers GetObjectType for an index with
+// a zero high word, so probing every index counts the live objects.
+long gdiObjects();
 
 // Text of a window.
 std::wstring windowText(HWND hwnd);

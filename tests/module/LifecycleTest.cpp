@@ -3,9 +3,8 @@
 // deactivated, closed and released, many times over; the process's GDI objects, its windows and the
 // bytes in use in its heaps are the same before and after, and then the module unloads.
 //
-// Counting under Wine, where GetGuiResources answers 0: a GDI handle is an index into the handle
-// table in its low word, and the table answers GetObjectType for an index with a zero high word, so
-// probing every index counts the live objects; windows are counted by enumerating the process's
+// Counting under Wine, where GetGuiResources answers 0: GDI objects as gdiObjects() counts them
+// (ContainerSupport); windows are counted by enumerating the process's
 // top-level, child and message-only windows; memory is the sum of the busy blocks of every heap of
 // the process (HeapWalk), which unlike the working set does not move with fragmentation or caching
 // of free pages. A test of the test leaks a pen, a window and a block on purpose and sees each.
@@ -31,15 +30,6 @@
 namespace {
 
 // ---- Counting
-
-long gdiObjects() {
-    const DWORD reported = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    if (reported != 0) return static_cast<long>(reported);
-    long n = 0;
-    for (ULONG_PTR index = 1; index < 0x10000; ++index)
-        if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++n;
-    return n;
-}
 
 BOOL CALLBACK countWindow(HWND window, LPARAM count) {
     DWORD process = 0;

@@ -25,6 +25,19 @@ void FakeComboBox::resetContent() {
     log.push_back("ResetContent");
 }
 
+KivLResult FakeComboBox::getCount() { return static_cast<KivLResult>(items.size()); }
+KivLResult FakeComboBox::getCurSel() { return selection; }
+bool FakeComboBox::getDroppedState() { return dropped; }
+void FakeComboBox::setDefaultGuiFont() { log.push_back("SetFont(DEFAULT_GUI_FONT)"); }
+void FakeComboBox::redraw(unsigned flags) { log.push_back("RedrawWindow(" + std::to_string(flags) + ")"); }
+void FakeComboBox::invalidate(bool erase) { log.push_back(std::string("Invalidate(") + (erase ? "erase" : "") + ")"); }
+void FakeComboBox::update() { log.push_back("UpdateWindow"); }
+void FakeComboBox::enable(bool isEnabled) {
+    enabled = isEnabled;
+    log.push_back(std::string("EnableWindow(") + (isEnabled ? "TRUE" : "FALSE") + ")");
+}
+void FakeComboBox::setFocus() { log.push_back("SetFocus"); }
+
 KivLResult FakeComboBox::setItemData(int index, KivItemData data) {
     if (index < 0 || index >= count()) return kiv::kCbErr;
     items[static_cast<std::size_t>(index)].data = data;

@@ -22,29 +22,7 @@ public:
         KivItemData data = 0;
     };
 
-    KivLResult addString(const KivString& text) override;
-    KivLResult insertString(int index, const KivString& text) override;
-    KivLResult deleteString(int index) override;
-    void resetContent() override;
-    KivLResult setItemData(int index, KivItemData data) override;
-    KivLResult getItemData(int index) override;
-    KivLResult getText(int index, KivString& text) override;
-    KivLResult getCount() override { return static_cast<KivLResult>(items.size()); }
-    KivLResult getCurSel() override { return selection; }
-    KivLResult setCurSel(int index) override;
-    bool getDroppedState() override { return dropped; }
-    KivLResult setItemHeight(int index, int height) override;
-    KivLResult getItemHeight(int index) override;
-    void setDefaultGuiFont() override { log.push_back("SetFont(DEFAULT_GUI_FONT)"); }
-    void redraw(unsigned flags) override { log.push_back("RedrawWindow(" + std::to_string(flags) + ")"); }
-    void invalidate(bool erase) override { log.push_back(std::string("Invalidate(") + (erase ? "erase" : "") + ")"); }
-    void update() override { log.push_back("UpdateWindow"); }
-    void move(int x, int y, int width, int height, bool repaint) override;
-    void enable(bool isEnabled) override {
-        enabled = isEnabled;
-        log.push_back(std::string("EnableWindow(") + (isEnabled ? "TRUE" : "FALSE") + ")");
-    }
-    void setFocus() override { log.push_back("SetFocus"); }
+    KIV_CHILD_LIST_MEMBERS
 
     // Test conveniences.
     std::vector<std::string> texts() const;

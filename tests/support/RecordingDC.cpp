@@ -117,3 +117,27 @@ void RecordingDC::bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, 
     calls.push_back("BitBltFromCompatibleBitmap(" + std::to_string(bitmapWidth) + "x" + std::to_string(bitmapHeight) +
                     "," + rect(dest) + "," + hex(static_cast<KivColor>(rop)) + ")");
 }
+
+KivDrawItem ownerDrawItem(int id, unsigned state, const KivRect& rect, KivItemData data) {
+    KivDrawItem d;
+    d.itemID = id;
+    d.itemState = state;
+    d.rcItem = rect;
+    d.itemData = data;
+    return d;
+}
+
+std::vector<std::string> itemCalls(bool selected, const KivRect& filled, const std::vector<std::string>& rest) {
+    namespace rc = recording_colors;
+    const KivColor background = selected ? rc::kHighlight : rc::kWindow;
+    std::vector<std::string> calls = {
+        "GetSysColor(5)",
+        "GetSysColor(13)",
+        "GetSysColor(8)",
+        "SetTextColor(" + RecordingDC::hex(selected ? (~rc::kWindowText & 0x00FFFFFF) : rc::kWindowText) + ")",
+        "SetBkColor(" + RecordingDC::hex(background) + ")",
+        "FillRect(" + RecordingDC::rect(filled) + ",solid " + RecordingDC::hex(background) + ")",
+    };
+    calls.insert(calls.end(), rest.begin(), rest.end());
+    return calls;
+}

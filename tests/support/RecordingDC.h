@@ -14,28 +14,7 @@ class RecordingDC : public IKivDC {
 public:
     RecordingDC();
 
-    KivColor getSysColor(int index) override;
-    KivColor setTextColor(KivColor color) override;
-    KivColor setBkColor(KivColor color) override;
-    KivColor getBkColor() override;
-    int setBkMode(int mode) override;
-    unsigned setTextAlign(unsigned align) override;
-    void fillRect(const KivRect& rect, const KivBrush& brush) override;
-    void frameRect(const KivRect& rect, const KivBrush& brush) override;
-    void drawFocusRect(const KivRect& rect) override;
-    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
-    bool textOut(int x, int y, const KivString& text) override;
-    KivSize getTextExtent(const KivString& text) override;
-    void selectPen(const KivPen& pen) override;
-    void restorePen() override;
-    void selectBrush(const KivBrush& brush) override;
-    void restoreBrush() override;
-    void selectStockFont(KivStockObject font) override;
-    void restoreFont() override;
-    void moveTo(int x, int y) override;
-    void lineTo(int x, int y) override;
-    void ellipse(const KivRect& rect) override;
-    void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest, unsigned long rop) override;
+    KIV_DC_MEMBERS
 
     static std::string hex(KivColor color);
     static std::string rect(const KivRect& r);
@@ -48,6 +27,14 @@ public:
     int bkMode = kiv::kBkOpaque;
     unsigned textAlign = 0;
 };
+
+// An owner-draw request: item `id` in `state` over `rect`, with `data` as its item data.
+KivDrawItem ownerDrawItem(int id, unsigned state, const KivRect& rect, KivItemData data = 0);
+
+// The calls every item drawer of the module begins with on a RecordingDC: the window, highlight and
+// window-text system colours, the text and background colours of a plain or a selected item, and
+// `filled` filled with that background; then `rest`.
+std::vector<std::string> itemCalls(bool selected, const KivRect& filled, const std::vector<std::string>& rest);
 
 // Default system colours of RecordingDC.
 namespace recording_colors {

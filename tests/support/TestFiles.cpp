@@ -8,10 +8,26 @@
 #include <fstream>
 #include <iterator>
 
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace fs = std::filesystem;
 
 namespace {
 KivString fromPath(const fs::path& p) { return KivString::fromUtf8(p.u8string()); }
+
+// This process's id: test programs run side by side (one per test case), and their temporary
+// folders must not meet.
+unsigned long processId() {
+#if defined(_WIN32)
+    return GetCurrentProcessId();
+#else
+    return static_cast<unsigned long>(getpid());
+#endif
+}
 }  // namespace
 
 KivString sharedDataPath(const std::string& relative) {
@@ -39,8 +55,8 @@ std::vector<std::string> sharedDataFiles(const std::string& folder) {
 
 TempFile::TempFile(const std::string& bytes, const std::string& name) {
     static std::atomic<int> counter{0};
-    fs::path folder = fs::temp_directory_path() / ("kiv-" + std::to_string(counter++) + "-" +
-                                                   std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    fs::path folder = fs::temp_directory_path() / ("kiv-" + std::to_string(processId()) + "-" + std::to_string(counter++) +
+                                                   "-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
     fs::create_directories(folder);
     fs::path file = folder / name;
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

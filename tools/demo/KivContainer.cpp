@@ -1,15 +1,12 @@
 // A small OLE control container of our own. Win32 side.
 #include "KivContainer.h"
 
-#include <atomic>
+#include "KivDispatch.h"
 
 // The client site of one control: IOleClientSite, IOleInPlaceSite and the in-place frame the
 // control asks for, IOleControlSite, and IDispatch for the ambient properties.
-class KivControlSite final : public IOleClientSite,
-                             public IOleInPlaceSite,
-                             public IOleInPlaceFrame,
-                             public IOleControlSite,
-                             public IDispatch {
+class KivControlSite final
+    : public KivRefCounted<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame, IOleControlSite, KivDispatchWithoutTypes> {
 public:
     KivControlSite(HWND parent, const RECT& rect) : m_parent(parent), m_rect(rect) {}
 
@@ -29,13 +26,6 @@ public:
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG n = --m_refs;
-        if (n == 0) delete this;
-        return n;
-    }
-
     // IOleClientSite
     STDMETHODIMP SaveObject() override { return S_OK; }
     STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker** mk) override {
@@ -114,15 +104,6 @@ public:
     STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
 
     // IDispatch: the ambient properties.
-    STDMETHODIMP GetTypeInfoCount(UINT* n) override {
-        if (n != nullptr) *n = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** t) override {
-        if (t != nullptr) *t = nullptr;
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
         if (result == nullptr) return E_POINTER;
         VariantInit(result);
@@ -151,7 +132,6 @@ public:
     void setRect(const RECT& r) { m_rect = r; }
 
 private:
-    std::atomic<ULONG> m_refs{1};
     HWND m_parent;
     RECT m_rect;
 };
@@ -303,33 +283,33 @@ HRESULT KivCallByName(IDispatch* d, const wchar_t* name, WORD flags, std::vector
     return hr;
 }
 
-VARIANT KivShort(short v) {
-    VARIANT x;
-    V_VT(&x) = VT_I2;
-    V_I2(&x) = v;
-    return x;
+void KivPumpMessages(DWORD ms) {
+    const DWORD until = GetTickCount() + ms;
+    do {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        Sleep(5);
+    } while (static_cast<LONG>(until - GetTickCount()) > 0);
 }
 
-VARIANT KivLong(long v) {
-    VARIANT x;
-    V_VT(&x) = VT_I4;
-    V_I4(&x) = v;
-    return x;
+namespace {
+// A VARIANT set by one of the dispatch tables' result helpers (its type and value).
+template <class T>
+VARIANT variantOf(HRESULT (*set)(VARIANT*, T), T value) {
+    VARIANT v;
+    VariantInit(&v);
+    set(&v, value);
+    return v;
 }
+}  // namespace
 
-VARIANT KivBool(bool v) {
-    VARIANT x;
-    V_VT(&x) = VT_BOOL;
-    V_BOOL(&x) = v ? VARIANT_TRUE : VARIANT_FALSE;
-    return x;
-}
-
-VARIANT KivDouble(double v) {
-    VARIANT x;
-    V_VT(&x) = VT_R8;
-    V_R8(&x) = v;
-    return x;
-}
+VARIANT KivShort(short v) { return variantOf(KivReturnShort, v); }
+VARIANT KivLong(long v) { return variantOf(KivReturnLong, v); }
+VARIANT KivBool(bool v) { return variantOf(KivReturnBool, v); }
+VARIANT KivDouble(double v) { return variantOf(KivReturnDouble, v); }
 
 VARIANT KivText(const std::wstring& text) {
     VARIANT x;

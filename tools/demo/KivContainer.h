@@ -65,6 +65,10 @@ KivComPtr<IStream> KivStreamOfBytes(const std::vector<BYTE>& bytes);
 HRESULT KivCallByName(IDispatch* d, const wchar_t* name, WORD flags, std::vector<VARIANT> args, VARIANT* result = nullptr);
 HRESULT KivInvokeByName(IDispatch* d, const wchar_t* name, WORD flags, const std::vector<VARIANT>& args,
                         VARIANT* result = nullptr);
+// Processes this thread's pending messages for about `ms` milliseconds (a modal-free wait in which
+// the controls paint and answer their windows).
+void KivPumpMessages(DWORD ms);
+
 VARIANT KivShort(short v);
 VARIANT KivLong(long v);
 VARIANT KivBool(bool v);

@@ -22,18 +22,6 @@
 
 namespace {
 
-void pump(DWORD ms) {
-    const DWORD until = GetTickCount() + ms;
-    do {
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
-        }
-        Sleep(10);
-    } while (static_cast<LONG>(until - GetTickCount()) > 0);
-}
-
 // An RGB picture being put together from windows on the screen.
 struct Picture {
     Picture(int w, int h) : width(w), height(h), rgb(static_cast<std::size_t>(w) * h * 3, 0xF0) {}
@@ -87,7 +75,7 @@ POINT offsetIn(HWND window, HWND reference, bool whole = false) {
 // The dropped list of a combo box, open: its window.
 HWND dropDown(HWND combo) {
     SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
-    pump(300);
+    KivPumpMessages(300);
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     GetComboBoxInfo(combo, &info);
@@ -98,7 +86,7 @@ HWND dropDown(HWND combo) {
 int takePictures(KivDemoDialog& dialog, const std::wstring& screenshot, const std::wstring& pictures) {
     int rc = 0;
     HWND frame = dialog.window();
-    pump(500);
+    KivPumpMessages(500);
     RECT client;
     GetClientRect(frame, &client);
     Picture all(client.right, client.bottom);
@@ -137,7 +125,7 @@ int takePictures(KivDemoDialog& dialog, const std::wstring& screenshot, const st
             if (!one.save(pictures + L"\\" + drop.file)) rc = 1;
         }
         SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
-        pump(200);
+        KivPumpMessages(200);
     }
     if (!pictures.empty()) {
         const std::pair<KivControlHost*, const wchar_t*> plain[] = {

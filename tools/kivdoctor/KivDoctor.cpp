@@ -193,9 +193,9 @@ std::vector<KivLinetypeFinding> KivDiagnoseLinetypes(const KivDoctorFile& file, 
         control.SetSupportPath(file.folder);
         control.SetLinetypeFile(file.name);
         control.LoadLinetype(given);
-        for (int row = 3; row < control.items.getLogicalLength(); ++row) {
+        for (int row = 3; row < control.items().getLogicalLength(); ++row) {
             f.loads = true;
-            f.definition = shown(control.items[row].definition);
+            f.definition = shown(control.items()[row].definition);
         }
 
         // Why: the lookup's own account.

@@ -2,6 +2,7 @@
 #include "KivRasterDC.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -87,29 +88,13 @@ KivColor KivRasterDC::getSysColor(int index) {
     }
 }
 
-KivColor KivRasterDC::setTextColor(KivColor color) {
-    const KivColor old = m_textColor;
-    m_textColor = color;
-    return old;
-}
+KivColor KivRasterDC::setTextColor(KivColor color) { return std::exchange(m_textColor, color); }
 
-KivColor KivRasterDC::setBkColor(KivColor color) {
-    const KivColor old = m_bkColor;
-    m_bkColor = color;
-    return old;
-}
+KivColor KivRasterDC::setBkColor(KivColor color) { return std::exchange(m_bkColor, color); }
 
-int KivRasterDC::setBkMode(int mode) {
-    const int old = m_bkMode;
-    m_bkMode = mode;
-    return old;
-}
+int KivRasterDC::setBkMode(int mode) { return std::exchange(m_bkMode, mode); }
 
-unsigned KivRasterDC::setTextAlign(unsigned align) {
-    const unsigned old = m_textAlign;
-    m_textAlign = align;
-    return old;
-}
+unsigned KivRasterDC::setTextAlign(unsigned align) { return std::exchange(m_textAlign, align); }
 
 KivColor KivRasterDC::brushColor(const KivBrush& brush) const {
     if (!brush.isStock) return brush.color;
@@ -225,3 +210,10 @@ void KivRasterDC::ellipse(const KivRect& r) {
             if (d <= 1.0) setPixel(x + m_originX, y + m_originY, d > 0.85 ? m_pens.back().color : brushColor(m_brushes.back()));
         }
 }
+
+KivColor KivRasterDC::getBkColor() { return m_bkColor; }
+// Labels are drawn by the text renderer in its own face: the stock font changes nothing here.
+void KivRasterDC::selectStockFont(KivStockObject) {}
+void KivRasterDC::restoreFont() {}
+// The rows copy a 0 x 0 bitmap onto the sample box: nothing to draw.
+void KivRasterDC::bitBltFromCompatibleBitmap(int, int, const KivRect&, unsigned long) {}

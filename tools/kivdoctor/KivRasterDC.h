@@ -54,28 +54,7 @@ public:
     void setClip(const KivRect& clip) { m_clip = clip; }
     void resetClip() { m_clip = KivRect{0, 0, m_width, m_height}; }
 
-    KivColor getSysColor(int index) override;
-    KivColor setTextColor(KivColor color) override;
-    KivColor setBkColor(KivColor color) override;
-    KivColor getBkColor() override { return m_bkColor; }
-    int setBkMode(int mode) override;
-    unsigned setTextAlign(unsigned align) override;
-    void fillRect(const KivRect& rect, const KivBrush& brush) override;
-    void frameRect(const KivRect& rect, const KivBrush& brush) override;
-    void drawFocusRect(const KivRect& rect) override;
-    int drawText(const KivString& text, const KivRect& rect, unsigned format) override;
-    bool textOut(int x, int y, const KivString& text) override;
-    KivSize getTextExtent(const KivString& text) override;
-    void selectPen(const KivPen& pen) override;
-    void restorePen() override;
-    void selectBrush(const KivBrush& brush) override;
-    void restoreBrush() override;
-    void selectStockFont(KivStockObject) override {}
-    void restoreFont() override {}
-    void moveTo(int x, int y) override;
-    void lineTo(int x, int y) override;
-    void ellipse(const KivRect& rect) override;
-    void bitBltFromCompatibleBitmap(int, int, const KivRect&, unsigned long) override {}  // a 0 x 0 copy: nothing
+    KIV_DC_MEMBERS
 
     void setPixel(int x, int y, KivColor color);  // device coordinates (the origin applied)
 

@@ -17,13 +17,11 @@
 
 namespace kivarray_detail {
 constexpr const wchar_t* kFile = L"ORVRoots\\Exp\\KivArray";
-constexpr unsigned int kLineAllocate = 103;
-constexpr unsigned int kLineAccess = 536;
-constexpr unsigned int kLineSetLogical = 606;
-constexpr unsigned int kLineSetPhysical = 657;
-constexpr unsigned int kLineInsertAt = 781;
-constexpr unsigned int kLineRemoveAt = 853;
-constexpr unsigned int kLineSort = 1058;
+// The line each failed check reports, as hosts' logs know them.
+enum Line : unsigned int {
+    kLineAllocate = 103, kLineAccess = 536, kLineSetLogical = 606, kLineSetPhysical = 657,
+    kLineInsertAt = 781, kLineRemoveAt = 853, kLineSort = 1058,
+};
 }  // namespace kivarray_detail
 
 template <class T>
