@@ -7,6 +7,21 @@
 #include "KivString.h"
 #include "KivTypes.h"
 
+// What a raster device tells a drawing about its strokes (IKivDC::strokeRules).
+struct KivStrokeRules {
+    // A MoveTo or LineTo whose two ends both lie beyond one edge of the box (both x < left, both x
+    // >= right, both y < top or both y >= bottom), in the device's coordinates, changes no pixel.
+    KivRect box;
+    // A LineTo whose two ends equal those of a LineTo already drawn since the pen was selected
+    // changes no pixel (a solid pen in the copy mix mode).
+    bool repeatsChangeNothing = false;
+    // A LineTo to the point it starts from changes no pixel (a pen one pixel wide: a line is drawn
+    // up to, not including, its end).
+    bool emptyStrokesChangeNothing = false;
+    // Either may be left out as long as the next stroke that is sent starts with a MoveTo to where
+    // the strokes left out ended.
+};
+
 class IKivDC {
 public:
     virtual ~IKivDC() = default;
@@ -42,6 +57,14 @@ public:
     // BitBlt of dest's size from the memory DC's origin to dest's top-left with `rop`, then release.
     virtual void bitBltFromCompatibleBitmap(int bitmapWidth, int bitmapHeight, const KivRect& dest,
                                             unsigned long rop) = 0;
+
+    // What a drawing of many strokes may leave out on this device. A device that draws pixels
+    // answers true and fills `rules`; one that keeps every stroke in order (a metafile, a printer, a
+    // recording) answers false, as this default does, and gets every stroke.
+    virtual bool strokeRules(KivStrokeRules& rules) {
+        static_cast<void>(rules);
+        return false;
+    }
 };
 
 // The declarations of every member above, for a class that implements the whole seam (the Win32

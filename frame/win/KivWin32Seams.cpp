@@ -1,6 +1,7 @@
 // The seams over real Win32 objects: IKivChildList over a combo or list box window, IKivDC over an
 // HDC. Win32 side. The portable constants of frame/KivTypes.h are checked against <windows.h> here.
 #include <algorithm>
+#include <climits>
 #include <string>
 
 #include "KivCom.h"
@@ -101,16 +102,49 @@ void KivWin32ChildList::setFocus() { SetFocus(m_hwnd); }
 
 // ---------------------------------------------------------------- strokes
 
-void KivGdiStrokes::setPenWidth(int width) { m_penWidth = width < 1 ? 1 : width; }
+void KivGdiStrokes::setPen(int style, int width) {
+    m_penStyle = style;
+    m_penWidth = width < 1 ? 1 : width;
+}
 
-bool KivGdiStrokes::visible(const POINT& from, const POINT& to) {
-    if (!m_clipKnown) {
-        m_clipKnown = true;
-        const int kind = GetClipBox(m_dc, &m_clip);
-        m_clipAll = kind == ERROR;  // unknown: everything is sent
-        if (kind == NULLREGION) m_clip = RECT{0, 0, 0, 0};
-    }
-    if (m_clipAll) return true;
+void KivGdiStrokes::learn() {
+    if (m_known) return;
+    m_known = true;
+    const DWORD type = GetObjectType(m_dc);
+    XFORM transform{};
+    const bool untransformed = GetGraphicsMode(m_dc) != GM_ADVANCED ||
+                               (GetWorldTransform(m_dc, &transform) && transform.eM11 == 1.0f && transform.eM22 == 1.0f &&
+                                transform.eM12 == 0.0f && transform.eM21 == 0.0f);
+    m_pixels = (type == OBJ_DC || type == OBJ_MEMDC) && GetDeviceCaps(m_dc, TECHNOLOGY) == DT_RASDISPLAY &&
+               GetMapMode(m_dc) == MM_TEXT && untransformed;
+    if (!m_pixels) return;
+    m_copyMode = GetROP2(m_dc) == R2_COPYPEN;  // the strokes of one drawing come with no other change to the DC
+    const int kind = GetClipBox(m_dc, &m_clip);
+    if (kind == ERROR) m_pixels = false;  // unknown: everything is sent
+    if (kind == NULLREGION) m_clip = RECT{0, 0, 0, 0};
+}
+
+bool KivGdiStrokes::rules(KivStrokeRules& rules) {
+    learn();
+    if (!m_pixels) return false;
+    // A stroke's pixels lie within the box of its ends, widened by the pen (and a pixel for the
+    // rounding of a window origin).
+    const auto widened = [](long long v) {
+        return static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, v)));
+    };
+    const long long margin = m_penWidth + 1;
+    rules.box = KivRect{widened(m_clip.left - margin), widened(m_clip.top - margin), widened(m_clip.right + margin),
+                        widened(m_clip.bottom + margin)};
+    // Drawing the same line again sets the same pixels to the same colour only with a solid pen in
+    // the copy mode (XOR and the other mixes change them again; a styled pen carries its dashes on).
+    rules.repeatsChangeNothing = m_copyMode && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
+    // A one-pixel line is drawn up to, not including, its end: from a point to itself, nothing.
+    rules.emptyStrokesChangeNothing = m_penWidth <= 1;
+    return true;
+}
+
+bool KivGdiStrokes::visible(const POINT& from, const POINT& to) const {
+    if (!m_pixels) return true;
     // A stroke's pixels lie within the box of its ends, widened by the pen.
     const long long margin = m_penWidth + 1;
     const long long minX = std::min<long long>(from.x, to.x) - margin, maxX = std::max<long long>(from.x, to.x) + margin;
@@ -119,16 +153,54 @@ bool KivGdiStrokes::visible(const POINT& from, const POINT& to) {
 }
 
 void KivGdiStrokes::moveTo(int x, int y) {
+    learn();
     m_position = POINT{x, y};
+    if (!m_pixels) {  // a record of the drawing: every stroke, in order
+        MoveToEx(m_dc, x, y, nullptr);
+        return;
+    }
     m_positionPending = true;
 }
 
+// Strokes that can show go to GDI in batches, each as a polyline of its two points (PolyPolyline),
+// when the order they are drawn in changes nothing: a one-pixel solid pen in the copy mode on a DC
+// drawn into pixels. A two-point polyline is drawn as MoveToEx and LineTo draw it, its end left out
+// (a Windows test compares the two on random strokes); one call then carries many strokes.
+bool KivGdiStrokes::batching() const {
+    return m_pixels && m_copyMode && m_penWidth <= 1 && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
+}
+
+void KivGdiStrokes::sendBatch() {
+    if (m_batch.empty()) return;
+    static const struct Twos {
+        DWORD points[kBatchStrokes];
+        Twos() {
+            for (DWORD& p : points) p = 2;
+        }
+    } twos;
+    PolyPolyline(m_dc, m_batch.data(), twos.points, static_cast<DWORD>(m_batch.size() / 2));
+    m_batch.clear();
+}
+
 void KivGdiStrokes::lineTo(int x, int y) {
+    learn();
     const LONG fromX = m_position.x, fromY = m_position.y;
     m_position = POINT{x, y};
     if (!visible(POINT{fromX, fromY}, m_position)) {  // nothing of it would show: only its end matters
         m_positionPending = true;
         return;
+    }
+    if (batching()) {
+        try {
+            if (m_batch.capacity() == 0) m_batch.reserve(2 * kBatchStrokes);
+            m_batch.push_back(POINT{fromX, fromY});
+            m_batch.push_back(m_position);
+            if (m_batch.size() == 2 * kBatchStrokes) sendBatch();
+            m_positionPending = true;
+            return;
+        } catch (const std::bad_alloc&) {
+            sendBatch();
+        }
     }
     if (m_positionPending) MoveToEx(m_dc, fromX, fromY, nullptr);
     LineTo(m_dc, x, y);
@@ -136,6 +208,7 @@ void KivGdiStrokes::lineTo(int x, int y) {
 }
 
 void KivGdiStrokes::flush() {
+    sendBatch();
     if (m_positionPending) MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
     m_positionPending = false;
 }
@@ -173,9 +246,10 @@ KivGdiDC::~KivGdiDC() {
     restore(m_fonts);
 }
 
-void KivGdiDC::select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penWidth) {
+void KivGdiDC::select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penStyle,
+                      int penWidth) {
     stack.reserve(stack.size() + 1);  // may throw: nothing is selected yet, and `created` deletes itself
-    stack.push_back(Selection{std::move(created), KivSelectObject(m_dc, object), penWidth});  // reserved: no throw
+    stack.push_back(Selection{std::move(created), KivSelectObject(m_dc, object), penStyle, penWidth});  // reserved: no throw
 }
 
 void KivGdiDC::restore(std::vector<Selection>& stack) {
@@ -230,13 +304,14 @@ void KivGdiDC::selectPen(const KivPen& pen) {
     m_strokes.flush();
     KivGdiObject<HGDIOBJ> created(CreatePen(pen.style, pen.width, pen.color));  // owned until restorePen
     const HGDIOBJ object = created.get();
-    select(m_pens, std::move(created), object, pen.width);
-    m_strokes.setPenWidth(pen.width);
+    select(m_pens, std::move(created), object, pen.style, pen.width);
+    m_strokes.setPen(pen.style, pen.width);
 }
 void KivGdiDC::restorePen() {
     m_strokes.flush();
     if (!m_pens.empty()) m_pens.pop_back();
-    m_strokes.setPenWidth(m_pens.empty() ? 1 : m_pens.back().penWidth);
+    if (m_pens.empty()) m_strokes.setPen(PS_SOLID, 1);
+    else m_strokes.setPen(m_pens.back().penStyle, m_pens.back().penWidth);
 }
 void KivGdiDC::selectBrush(const KivBrush& brush) {
     KivGdiObject<HGDIOBJ> created(brush.isStock ? nullptr : CreateSolidBrush(brush.color));  // owned until restoreBrush
@@ -250,6 +325,7 @@ void KivGdiDC::selectStockFont(KivStockObject font) { select(m_fonts, KivGdiObje
 void KivGdiDC::restoreFont() {
     if (!m_fonts.empty()) m_fonts.pop_back();
 }
+bool KivGdiDC::strokeRules(KivStrokeRules& rules) { return m_strokes.rules(rules); }
 void KivGdiDC::moveTo(int x, int y) { m_strokes.moveTo(x, y); }
 void KivGdiDC::lineTo(int x, int y) { m_strokes.lineTo(x, y); }
 void KivGdiDC::ellipse(const KivRect& r) {

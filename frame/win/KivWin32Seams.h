@@ -29,13 +29,16 @@ private:
 
 // IKivDC over a real HDC. Pens and brushes it creates are owned here and deleted after they are
 // deselected; GetSysColor is the system's.
-// The MoveTo/LineTo strokes of one drawing as GDI receives them, with the same pixels as one call
-// per stroke: a stroke whose pixels would all lie outside the DC's clip box is not sent (only where it
-// leaves the position matters); every other stroke is sent as it came, after a MoveToEx to where it
-// starts when the position moved unseen. GDI's current position is put where the strokes left it
-// before any other drawing. A hatch preview at a small zoom issues millions of strokes, most of them
-// outside the control. (Batching the visible strokes as PolyPolyline was measured and left out: its
-// pixels are not always those of one LineTo per stroke.)
+// The MoveTo/LineTo strokes of one drawing as GDI receives them. On a DC that GDI draws into
+// pixels as they come (a window's or a bitmap's, in the text mapping mode and without a world
+// transform), a stroke whose pixels would all lie outside the clip box is not sent (only where it
+// leaves the position matters); with a one-pixel solid pen in the copy mode, where the order of the
+// strokes changes nothing, the others go in batches of two-point polylines (PolyPolyline), else one
+// call each after a MoveToEx to where they start; GDI's current position is put where the strokes
+// left it before any other drawing. The pixels are those of one call per stroke. The same DC tells a
+// drawing what it may leave out (rules()). A metafile, a printer or a transformed DC gets every
+// stroke in order, each when it comes: a metafile is a record of the drawing, which its reader may
+// replay at another scale.
 class KivGdiStrokes {
 public:
     explicit KivGdiStrokes(HDC dc) : m_dc(dc) {}
@@ -43,16 +46,24 @@ public:
     KivGdiStrokes& operator=(const KivGdiStrokes&) = delete;
     ~KivGdiStrokes() { flush(); }
 
-    void setPenWidth(int width);
+    void setPen(int style, int width);
+    // What a drawing may leave out on this DC with the pen selected now (IKivDC::strokeRules).
+    bool rules(KivStrokeRules& rules);
     void moveTo(int x, int y);
     void lineTo(int x, int y);
     void flush();  // GDI's current position where the strokes left it
 
 private:
-    bool visible(const POINT& from, const POINT& to);
+    void learn();  // once: whether GDI draws this DC's strokes into pixels, and its clip box
+    bool visible(const POINT& from, const POINT& to) const;
+    bool batching() const;
+    void sendBatch();
+    static constexpr std::size_t kBatchStrokes = 512;
     HDC m_dc;
+    std::vector<POINT> m_batch;  // two points a stroke
+    int m_penStyle = PS_SOLID;
     int m_penWidth = 1;
-    bool m_clipKnown = false, m_clipAll = false;
+    bool m_known = false, m_pixels = false, m_copyMode = false;
     RECT m_clip{};
     POINT m_position{0, 0};
     bool m_positionPending = false;  // GDI's position is not yet where the strokes left it
@@ -66,6 +77,7 @@ public:
     KivGdiDC& operator=(const KivGdiDC&) = delete;
 
     KIV_DC_MEMBERS
+    bool strokeRules(KivStrokeRules& rules) override;
 
 private:
     // One object selected into the DC: on destruction the object it replaced goes back, then the
@@ -73,11 +85,13 @@ private:
     struct Selection {
         KivGdiObject<HGDIOBJ> created;  // declared first: deleted after it is deselected
         KivSelectObject selected;
+        int penStyle;
         int penWidth;
     };
     // Records the selection first and then selects: without memory for the record nothing is
     // selected and `created` is deleted.
-    void select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penWidth = 1);
+    void select(std::vector<Selection>& stack, KivGdiObject<HGDIOBJ> created, HGDIOBJ object, int penStyle = 0,
+                int penWidth = 1);
     static void restore(std::vector<Selection>& stack);  // every selection, last first
     HDC m_dc;
     KivGdiStrokes m_strokes;  // MoveTo and LineTo; drawn before anything else is

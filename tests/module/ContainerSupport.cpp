@@ -110,6 +110,25 @@ DialogAnswerer::~DialogAnswerer() {
     if (m_thread.joinable()) m_thread.join();
 }
 
+std::vector<RecordedStroke> metafileStrokes(HENHMETAFILE metafile) {
+    std::vector<RecordedStroke> strokes;
+    EnumEnhMetaFile(
+        nullptr, metafile,
+        [](HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM data) -> int {
+            auto& out = *reinterpret_cast<std::vector<RecordedStroke>*>(data);
+            if (record->iType == EMR_MOVETOEX) {
+                const auto* move = reinterpret_cast<const EMRMOVETOEX*>(record);
+                out.push_back(RecordedStroke{'M', static_cast<int>(move->ptl.x), static_cast<int>(move->ptl.y)});
+            } else if (record->iType == EMR_LINETO) {
+                const auto* line = reinterpret_cast<const EMRLINETO*>(record);
+                out.push_back(RecordedStroke{'L', static_cast<int>(line->ptl.x), static_cast<int>(line->ptl.y)});
+            }
+            return 1;
+        },
+        &strokes, nullptr);
+    return strokes;
+}
+
 long gdiObjects() {
     const DWORD reported = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
     if (reported != 0) return static_cast<long>(reported);

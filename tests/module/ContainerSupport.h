@@ -84,6 +84,14 @@ private:
 // a zero high word, so probing every index counts the live objects.
 long gdiObjects();
 
+// The MoveToEx and LineTo records of an enhanced metafile, in order: 'M' or 'L' and the point.
+struct RecordedStroke {
+    char kind;
+    int x, y;
+    bool operator==(const RecordedStroke& o) const { return kind == o.kind && x == o.x && y == o.y; }
+};
+std::vector<RecordedStroke> metafileStrokes(HENHMETAFILE metafile);
+
 // Text of a window.
 std::wstring windowText(HWND hwnd);
 std::string narrow(const std::wstring& w);

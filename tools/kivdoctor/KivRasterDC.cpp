@@ -179,6 +179,17 @@ void KivRasterDC::restoreBrush() {
     if (m_brushes.size() > 1) m_brushes.pop_back();
 }
 
+bool KivRasterDC::strokeRules(KivStrokeRules& rules) {
+    // A line's pixels lie within the box of its ends, widened by the nib; only those inside the
+    // clip (device coordinates, the origin added to the drawing's) land.
+    const int margin = (m_pens.back().width > 1 ? m_pens.back().width : 1) + 1;
+    rules.box = KivRect{m_clip.left - m_originX - margin, m_clip.top - m_originY - margin, m_clip.right - m_originX + margin,
+                        m_clip.bottom - m_originY + margin};
+    rules.repeatsChangeNothing = true;
+    rules.emptyStrokesChangeNothing = true;
+    return true;
+}
+
 void KivRasterDC::moveTo(int x, int y) { m_position = KivPixel{x, y}; }
 
 void KivRasterDC::lineTo(int x, int y) {

@@ -55,6 +55,9 @@ public:
     void resetClip() { m_clip = KivRect{0, 0, m_width, m_height}; }
 
     KIV_DC_MEMBERS
+    // A raster device: strokes beyond the clip, empty ones and repeats change no pixel (every line
+    // sets its pixels to the pen's colour, up to and not including its end).
+    bool strokeRules(KivStrokeRules& rules) override;
 
     void setPixel(int x, int y, KivColor color);  // device coordinates (the origin applied)
 
