@@ -1,17 +1,21 @@
 // Drawing the line families of a hatch pattern. Portable.
 #include "KivHatchDrawing.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
+#include <cstdint>
+#include <new>
+#include <vector>
 
 #include "KivHatchPattern.h"
 
 namespace {
 
 int device(double v) {
+    if (v > -kHatchDeviceLimit && v < kHatchDeviceLimit) return static_cast<int>(v);  // truncated toward zero
     if (std::isnan(v)) return 0;
-    if (v >= kHatchDeviceLimit) return static_cast<int>(kHatchDeviceLimit);
-    if (v <= -kHatchDeviceLimit) return -static_cast<int>(kHatchDeviceLimit);
-    return static_cast<int>(v);  // truncated toward zero
+    return v > 0.0 ? static_cast<int>(kHatchDeviceLimit) : -static_cast<int>(kHatchDeviceLimit);
 }
 
 struct Point {
@@ -19,80 +23,479 @@ struct Point {
     double y;
 };
 
-// One paint: the device context, the style, the scratch dashes and the stroke budget.
+struct DevicePoint {
+    int x;
+    int y;
+};
+
+DevicePoint devicePoint(double x, double y) { return DevicePoint{device(x), device(y)}; }
+
+// A direction of walking: a step of length d moves (x, y) by (d cos phi, d sin phi), y down.
+struct Direction {
+    double cosPhi;
+    double sinPhi;
+};
+
+Direction direction(double phi) { return Direction{std::cos(phi), std::sin(phi)}; }
+
+// A dash entry scaled to pixels, d, makes one step of a walk: a dash (d > 0.05) draws d pixels, a
+// gap (d < -0.05) moves -d, anything between is a dot, a one-pixel stroke. The step is kept as one
+// number: the length it walks, positive when it draws and negative when it only moves.
+double stepOf(double d) { return d > 0.05 || d < -0.05 ? d : 1.0; }
+
+// The next entry of the dash list: forward from the first, backward from the last.
+int nextEntry(int entry, int n, bool backward) {
+    if (backward) return entry == 0 ? n - 1 : entry - 1;
+    return entry + 1 == n ? 0 : entry + 1;
+}
+
+// Where the lines of a side stand: line k's base point is the origin moved by a = k x deltaX x S
+// along `along` and by p = k x deltaY x S along `across`; the D1 form moves against `along`.
+struct LineFrame {
+    double alongX, alongY, acrossX, acrossY;
+    bool againstAlong;
+
+    Point basePoint(double Xo, double Yo, double a, double p) const {
+        if (againstAlong) return Point{Xo - a * alongX + p * acrossX, Yo - a * alongY + p * acrossY};
+        return Point{Xo + a * alongX + p * acrossX, Yo + a * alongY + p * acrossY};
+    }
+};
+
+LineFrame frame(double alongAngle, double acrossAngle, bool againstAlong = false) {
+    return LineFrame{std::cos(alongAngle), std::sin(alongAngle), std::cos(acrossAngle), std::sin(acrossAngle), againstAlong};
+}
+
+// The strokes drawn lately in one paint, by their end points, so that one drawn again can be left
+// out: 2^11 pairs of places, a stroke hashed to a pair and put in place of the older of the two. A
+// stroke pushed out by others is drawn again when it comes back, which costs a call and changes
+// nothing.
+class RecentStrokes {
+public:
+    // True when the stroke from a to b is in the table; otherwise it is put there. Without memory for
+    // the table every stroke is new.
+    bool drawnBefore(int ax, int ay, int bx, int by) {
+        if (m_slots.empty() && !allocate()) return false;
+        const std::uint32_t h = (static_cast<std::uint32_t>(ax) * 0x9E3779B1u) ^ (static_cast<std::uint32_t>(ay) * 0x85EBCA77u) ^
+                                (static_cast<std::uint32_t>(bx) * 0xC2B2AE3Du) ^ (static_cast<std::uint32_t>(by) * 0x27D4EB2Fu);
+        Slot* pair = &m_slots[2 * ((h ^ (h >> 15)) & (kPairs - 1))];
+        const Slot stroke{ax, ay, bx, by};
+        if (pair[0] == stroke || pair[1] == stroke) return true;
+        pair[1] = pair[0];  // the older one goes
+        pair[0] = stroke;
+        return false;
+    }
+
+private:
+    struct Slot {
+        int ax, ay, bx, by;
+        bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
+    };
+    bool allocate() {
+        if (m_failed) return false;
+        try {
+            // INT_MIN never reaches a device (coordinates are clamped to GDI's range): an empty place.
+            m_slots.assign(2 * kPairs, Slot{INT_MIN, INT_MIN, INT_MIN, INT_MIN});
+        } catch (const std::bad_alloc&) {
+            m_failed = true;
+        }
+        return !m_failed;
+    }
+    static constexpr std::size_t kPairs = std::size_t{1} << 11;
+    std::vector<Slot> m_slots;
+    bool m_failed = false;
+};
+
+// The device points of the walks in one direction, step by step: those of the walk under way and
+// those of the one before it. In a dense family a line lies a fraction of a pixel from the one before,
+// so a stroke very often has the very ends of the previous walk's stroke at the same step (the same
+// dash entry, drawn or not shown alike): a repeat found without looking in the table of strokes.
+class WalkRecord {
+public:
+    // A new walk: the one under way becomes the previous one.
+    void startWalk() {
+        std::swap(m_previous, m_current);
+        m_previousLength = m_currentLength;
+        m_currentLength = 0;
+    }
+    void forget() { m_previousLength = m_currentLength = 0; }
+
+    // A device point as one number, for a comparison in one step.
+    static std::uint64_t pack(int x, int y) {
+        return static_cast<std::uint64_t>(static_cast<std::uint32_t>(x)) | (static_cast<std::uint64_t>(static_cast<std::uint32_t>(y)) << 32);
+    }
+
+    // The places for the walk under way: at least `steps` + 1 when there is memory (up to a limit).
+    std::uint64_t* places(std::size_t steps, std::size_t& count) {
+        if (steps >= m_current.size() && steps < kMostSteps) {
+            try {
+                m_current.resize(std::min(kMostSteps, std::max<std::size_t>(256, (steps + 1) * 2)));
+            } catch (const std::bad_alloc&) {
+                // The walk is recorded as far as there are places; the rest goes to the table.
+            }
+        }
+        count = m_current.size();
+        return m_current.data();
+    }
+    const std::uint64_t* previous(std::size_t& length) const {
+        length = m_previousLength;
+        return m_previous.data();
+    }
+    // The walk under way reached its first `length` points.
+    void recorded(std::size_t length) { m_currentLength = length; }
+
+private:
+    static constexpr std::size_t kMostSteps = std::size_t{1} << 16;
+    std::vector<std::uint64_t> m_previous, m_current;
+    std::size_t m_previousLength = 0, m_currentLength = 0;
+};
+
+// One step of a walk in one direction: the length it walks, how it moves the point, and whether it
+// draws (a dash or a dot) or only moves (a gap). The moves are the products the walk would work out
+// at each step, worked out once.
+struct Move {
+    double length;
+    double dx;
+    double dy;
+    bool draws;
+};
+
+// The walks of one paint: the device context, the family's steps, the stroke budget and, on a
+// device with stroke rules, what has not been sent to it yet.
 class Painter {
 public:
     Painter(IKivDC& dc, const KivHatchStyle& style, KivArray<double>& dashes, long long budget)
-        : m_dc(dc), m_style(style), m_dashes(dashes), m_budget(budget) {}
+        : m_dc(dc), m_dashes(dashes), m_scale(style.zoomFactor * 3.0 * style.unitFactor), m_budget(budget) {
+        KivStrokeRules rules;
+        m_boxed = dc.strokeRules(rules);
+        m_box = rules.box;
+        m_skipRepeats = m_boxed && rules.repeatsChangeNothing;
+        m_skipEmpty = m_boxed && rules.emptyStrokesChangeNothing;
+    }
 
     bool spent() const { return m_paint.strokes >= m_budget; }
     // The drawing stops here because the budget is spent.
     void stop() { m_paint.guardStopped = true; }
-    void cutLines() { ++m_paint.linesCut; }
+    void zeroSpacing() { ++m_paint.zeroSpacingSides; }
     KivHatchPaint result() const { return m_paint; }
 
-    void moveTo(double x, double y) {
-        m_dc.moveTo(device(x), device(y));
-        ++m_paint.strokes;
-    }
-    void lineTo(double x, double y) {
-        m_dc.lineTo(device(x), device(y));
-        ++m_paint.strokes;
+    // The family whose dash list has just been decoded into the scratch list: its steps, and
+    // whether every one of them has a finite length.
+    void startFamily() {
+        m_entries = m_dashes.getLogicalLength();
+        for (int d = 0; d < 2; ++d) {
+            m_walked[d].clear();
+            m_moves[d].ready = false;
+            m_record[d].forget();
+        }
+        m_stepsFinite = true;
+        m_longestStep = 0.0;
+        for (int e = 0; e < m_entries; ++e) {
+            const double length = std::fabs(stepAt(e));
+            if (!std::isfinite(length)) m_stepsFinite = false;
+            m_longestStep = std::max(m_longestStep, length);
+        }
     }
 
-    // A half-line from `start` in direction phi until the walked length passes `limit`; the
-    // backward walk takes the dash list from its end.
-    void walk(Point start, double phi, double limit, bool backward) {
-        if (!std::isfinite(limit)) {  // it would never end
-            ++m_paint.walksSkipped;
-            return;
+    // The device's current position where the strokes left it, once nothing more is drawn with
+    // this family's steps: the end of a walk whose last steps were counted and not walked is worked
+    // out now, and a position a raster device was not told is sent as a MoveTo.
+    void settle() {
+        if (m_tail.steps > 0) {
+            double x = m_tail.from.x, y = m_tail.from.y;
+            int entry = m_tail.entry;
+            for (long long i = 0; i < m_tail.steps; ++i) {
+                const double length = std::fabs(stepAt(entry));
+                entry = nextEntry(entry, m_entries, m_tail.backward);
+                x += length * m_tail.way.cosPhi;
+                y += length * m_tail.way.sinPhi;
+            }
+            m_at = devicePoint(x, y);
+            m_unsent = true;
         }
-        const int n = m_dashes.getLogicalLength();
-        if (n == 0) return;  // only when the scratch list could not be allocated
+        m_tail.steps = 0;
+        if (m_unsent) m_dc.moveTo(m_at.x, m_at.y);
+        m_unsent = false;
+    }
+
+    // The family has steps to walk: without them (only when the scratch list could not be
+    // allocated) none of its walks draws anything.
+    bool hasSteps() const { return m_entries > 0; }
+    void skipWalks(int walks) { m_paint.walksSkipped += walks; }
+
+    // A half-line from `start` in direction `way` until the walked length passes `limit` (a finite
+    // number); the backward walk takes the dash list from its end.
+    void walk(Point start, Direction way, double limit, bool backward) {
         if (spent()) {
             stop();
             return;
         }
-        double x = start.x, y = start.y;
-        const double cosPhi = std::cos(phi), sinPhi = std::sin(phi);
-        moveTo(x, y);
-        double walked = 0.0;
-        for (long long i = 0;; ++i) {
+        m_at = devicePoint(start.x, start.y);
+        m_dc.moveTo(m_at.x, m_at.y);
+        ++m_paint.strokes;
+        m_unsent = false;
+        m_tail.steps = 0;
+        const Moves& moves = movesFor(way, backward);
+        if (m_boxed) runBoxed(start, way, moves, limit, backward);
+        else runAll(start, way, moves, limit, backward);
+    }
+
+private:
+    // The steps of one direction, worked out for a walk's direction when its first walk comes.
+    struct Moves {
+        bool ready = false;
+        Direction way{0.0, 0.0};
+        std::vector<Move> table;  // in the order the walk takes them; empty without memory
+    };
+
+    // The step of entry e: its length, positive when it draws and negative when it only moves.
+    double stepAt(int entry) const { return stepOf(m_scale * m_dashes[entry]); }
+
+    Move moveAt(int entry, Direction way) const {
+        const double s = stepAt(entry);
+        const double length = s > 0.0 ? s : -s;
+        return Move{length, length * way.cosPhi, length * way.sinPhi, s > 0.0};
+    }
+
+    const Moves& movesFor(Direction way, bool backward) {
+        Moves& moves = m_moves[backward ? 1 : 0];
+        if (moves.ready && moves.way.cosPhi == way.cosPhi && moves.way.sinPhi == way.sinPhi) return moves;
+        moves.ready = true;
+        moves.way = way;
+        moves.table.clear();
+        try {
+            moves.table.reserve(static_cast<std::size_t>(m_entries));
+            for (int i = 0; i < m_entries; ++i) moves.table.push_back(moveAt(backward ? m_entries - 1 - i : i, way));
+        } catch (const std::bad_alloc&) {
+            moves.table.clear();  // each step is then worked out as it is taken: the same numbers
+        }
+        return moves;
+    }
+
+    // The walk's steps after its first MoveTo, every one sent: for a device without stroke rules.
+    void runAll(Point start, Direction way, const Moves& moves, double limit, bool backward) {
+        const int n = m_entries;
+        double x = start.x, y = start.y, walked = 0.0;
+        for (int i = 0;; i = i + 1 == n ? 0 : i + 1) {
             if (spent()) {
                 stop();
                 return;
             }
-            const int entry = static_cast<int>(i % n);
-            const double d = m_style.zoomFactor * 3.0 * m_style.unitFactor * m_dashes[backward ? n - 1 - entry : entry];
-            if (d > 0.05) {  // a dash
-                walked += d;
-                x += d * cosPhi;
-                y += d * sinPhi;
-                lineTo(x, y);
-            } else if (d < -0.05) {  // a gap
-                walked += -d;
-                x += -d * cosPhi;
-                y += -d * sinPhi;
-                moveTo(x, y);
-            } else {  // a dot: a one-pixel stroke
-                walked += 1.0;
-                x += 1.0 * cosPhi;
-                y += 1.0 * sinPhi;
-                lineTo(x, y);
-            }
+            const Move step = moves.table.empty() ? moveAt(backward ? n - 1 - i : i, way) : moves.table[static_cast<std::size_t>(i)];
+            walked += step.length;
+            x += step.dx;
+            y += step.dy;
+            ++m_paint.strokes;
+            if (step.draws) m_dc.lineTo(device(x), device(y));
+            else m_dc.moveTo(device(x), device(y));
             if (walked > limit) return;  // the step that passes the limit is drawn in full
         }
     }
 
-private:
+    // The walk's steps after its first MoveTo on a raster device: a stroke is sent only when it can
+    // show and is not a repeat, and the stepping ends once the walk is beyond an edge of the box it
+    // moves away from (when its steps and its start are finite, each coordinate moves one way only,
+    // so it never comes back); the steps left are counted. Which edges of the box a point lies
+    // beyond is its code (left 1, right 2, top 4, bottom 8): a stroke whose two ends share an edge
+    // cannot show. Everything the loop reads is held in locals, which no call to the device can
+    // change.
+    void runBoxed(Point start, Direction way, const Moves& moves, double limit, bool backward) {
+        const bool finite = m_stepsFinite && std::isfinite(start.x) && std::isfinite(start.y);
+        // A walk that cannot leave GDI's range needs no clamping: it ends within its limit plus one
+        // step of its start (and each step moves no further than its length, give or take a rounding).
+        const double reach = std::max(std::fabs(start.x), std::fabs(start.y)) + 2.0 * (limit + m_longestStep) + 16.0;
+        const bool inRange = finite && reach < kHatchDeviceLimit;
+        if (m_entries == 1 && !moves.table.empty()) {  // a plain line, or dots: every step alike
+            if (inRange) walkBoxed<true, true>(start, way, moves, limit, backward, finite);
+            else walkBoxed<false, true>(start, way, moves, limit, backward, finite);
+        } else if (inRange) {
+            walkBoxed<true, false>(start, way, moves, limit, backward, finite);
+        } else {
+            walkBoxed<false, false>(start, way, moves, limit, backward, finite);
+        }
+    }
+
+    template <bool kInRange, bool kOneEntry>
+    void walkBoxed(Point start, Direction way, const Moves& moves, double limit, bool backward, bool finite) {
+        const int n = m_entries;
+        const Move* table = moves.table.empty() ? nullptr : moves.table.data();
+        const Move only = kOneEntry ? table[0] : Move{};
+        const bool skipRepeats = m_skipRepeats, skipEmpty = m_skipEmpty;
+        const int left = m_box.left, right = m_box.right, top = m_box.top, bottom = m_box.bottom;
+        const unsigned width = right > left ? static_cast<unsigned>(right) - static_cast<unsigned>(left) : 0u;
+        const unsigned height = bottom > top ? static_cast<unsigned>(bottom) - static_cast<unsigned>(top) : 0u;
+        // Which edges of the box a point lies beyond (left 1, right 2, top 4, bottom 8); a point
+        // inside the box has none.
+        const auto codeOf = [=](int px, int py) {
+            if (static_cast<unsigned>(px) - static_cast<unsigned>(left) < width &&
+                static_cast<unsigned>(py) - static_cast<unsigned>(top) < height)
+                return 0u;
+            return static_cast<unsigned>(px < left) | (static_cast<unsigned>(px >= right) << 1) |
+                   (static_cast<unsigned>(py < top) << 2) | (static_cast<unsigned>(py >= bottom) << 3);
+        };
+        const auto toDevice = [](double v) { return kInRange ? static_cast<int>(v) : device(v); };
+        unsigned awayFrom = 0;  // the edges the walk moves away from
+        if (finite) {
+            awayFrom = static_cast<unsigned>(way.cosPhi <= 0.0) | (static_cast<unsigned>(way.cosPhi >= 0.0) << 1) |
+                       (static_cast<unsigned>(way.sinPhi <= 0.0) << 2) | (static_cast<unsigned>(way.sinPhi >= 0.0) << 3);
+        }
+        WalkRecord& record = m_record[backward ? 1 : 0];
+        record.startWalk();
+        std::size_t places = 0, previousLength = 0;
+        std::uint64_t* current = record.places(0, places);
+        const std::uint64_t* previous = record.previous(previousLength);
+
+        double x = start.x, y = start.y, walked = 0.0;
+        int ax = m_at.x, ay = m_at.y;
+        unsigned codeA = codeOf(ax, ay);
+        bool unsent = false;
+        bool sameA = false;  // the walk's point is the previous walk's after as many steps
+        if (places > 0) {
+            current[0] = WalkRecord::pack(ax, ay);
+            sameA = previousLength > 0 && previous[0] == current[0];
+        }
+        const long long before = m_paint.strokes;
+        const std::size_t allowed = static_cast<std::size_t>(m_budget - before);  // the steps the budget leaves
+        int i = 0;  // the position of the next step in the walk's order of entries
+        std::size_t done = 0;
+        for (;; ++done) {
+            if ((codeA & awayFrom) != 0) {  // it never comes back: the rest is counted
+                record.recorded(std::min(done + 1, places));
+                m_paint.strokes = before + static_cast<long long>(done);
+                m_at = DevicePoint{ax, ay};
+                m_unsent = unsent;
+                countTheRest(Point{x, y}, way, backward ? n - 1 - i : i, static_cast<long long>(done), walked, limit, backward);
+                return;
+            }
+            if (done >= allowed) {
+                stop();
+                break;
+            }
+            Move step = only;
+            if (!kOneEntry) {
+                step = table != nullptr ? table[i] : moveAt(backward ? n - 1 - i : i, way);
+                i = i + 1 == n ? 0 : i + 1;
+            }
+            walked += step.length;
+            x += step.dx;
+            y += step.dy;
+            const int bx = toDevice(x), by = toDevice(y);
+            const unsigned codeB = codeOf(bx, by);
+            const std::size_t k = done + 1;
+            if (k == places) current = record.places(k, places);
+            bool sameB = false;
+            if (k < places) {
+                const std::uint64_t point = WalkRecord::pack(bx, by);
+                current[k] = point;
+                sameB = k < previousLength && previous[k] == point;
+            }
+            if (step.draws && (codeA & codeB) == 0 && !(skipEmpty && ax == bx && ay == by) &&
+                !(skipRepeats && ((sameA && sameB) || m_recent.drawnBefore(ax, ay, bx, by)))) {
+                if (unsent) m_dc.moveTo(ax, ay);
+                m_dc.lineTo(bx, by);
+                unsent = false;
+            } else {
+                unsent = true;  // a gap, a stroke beyond the box, an empty one or a repeat: only where it ends matters
+            }
+            ax = bx;
+            ay = by;
+            codeA = codeB;
+            sameA = sameB;
+            if (walked > limit) {  // the step that passes the limit is drawn in full
+                ++done;
+                break;
+            }
+        }
+        record.recorded(std::min(done + 1, places));
+        m_paint.strokes = before + static_cast<long long>(done);
+        m_at = DevicePoint{ax, ay};
+        m_unsent = unsent;
+    }
+
+    // The steps of a walk that can no longer show, from `from` after `done` steps: counted (the
+    // budget as if each were sent), the position where they end left for settle().
+    void countTheRest(Point from, Direction way, int entry, long long done, double walked, double limit, bool backward) {
+        const long long most = m_budget - m_paint.strokes;
+        const long long left = stepsToTheEnd(backward, done, walked, limit, most);
+        const long long taken = std::min(left, most);
+        m_paint.strokes += taken;
+        m_tail = Tail{from, way, entry, taken, backward};
+        if (left > most) stop();
+    }
+
+    // The number of steps from step `done` (walked so far: `walked`) to the end of a walk with this
+    // limit, the first step whose walked length passes it; `most` + 1 when that is more than `most`.
+    // Every walk of the family in one direction walks the same lengths from 0, so they are kept once
+    // (up to kKeptLengths of them) and looked up; beyond them they are added up here.
+    long long stepsToTheEnd(bool backward, long long done, double walked, double limit, long long most) {
+        std::vector<double>& kept = m_walked[backward ? 1 : 0];
+        try {
+            if (kept.empty()) kept.push_back(0.0);
+            while (kept.back() <= limit && kept.size() < kKeptLengths) {
+                const long long m = static_cast<long long>(kept.size()) - 1;  // the steps behind the last kept length
+                kept.push_back(kept.back() + std::fabs(stepAt(entryAfter(m, backward))));
+            }
+        } catch (const std::bad_alloc&) {
+            // The lengths kept so far serve; the rest are added up below.
+        }
+        const long long keptSteps = static_cast<long long>(kept.size()) - 1;
+        if (done < keptSteps && kept.back() > limit) {
+            const auto end = std::upper_bound(kept.begin() + (done + 1), kept.end(), limit);  // the first length > limit
+            const long long m = static_cast<long long>(end - kept.begin());
+            return std::min(m - done, most + 1);
+        }
+        long long m = done;
+        double sum = walked;
+        if (done < keptSteps) {
+            m = keptSteps;
+            sum = kept.back();
+        }
+        int entry = entryAfter(m, backward);
+        while (m - done <= most) {
+            sum += std::fabs(stepAt(entry));
+            entry = nextEntry(entry, m_entries, backward);
+            ++m;
+            if (sum > limit) return m - done;
+        }
+        return most + 1;
+    }
+
+    // The entry a walk takes after `steps` steps.
+    int entryAfter(long long steps, bool backward) const {
+        const int i = static_cast<int>(steps % m_entries);
+        return backward ? m_entries - 1 - i : i;
+    }
+
+    // The last steps of a walk, counted and not walked: from `from`, taking `entry` first.
+    struct Tail {
+        Point from{0.0, 0.0};
+        Direction way{1.0, 0.0};
+        int entry = 0;
+        long long steps = 0;
+        bool backward = false;
+    };
+
+    static constexpr std::size_t kKeptLengths = 1 << 16;
+
     IKivDC& m_dc;
-    const KivHatchStyle& m_style;
     KivArray<double>& m_dashes;
+    const double m_scale;  // pixels per pattern unit: zoom x 3 x unit
     long long m_budget;
     KivHatchPaint m_paint;
+    int m_entries = 0;
+    bool m_stepsFinite = true;
+    double m_longestStep = 0.0;
+    Moves m_moves[2];                 // forward and backward
+    WalkRecord m_record[2];           // forward and backward
+    std::vector<double> m_walked[2];  // forward and backward: the walked length after each number of steps
+    bool m_boxed = false;  // the device answered stroke rules
+    KivRect m_box;
+    bool m_skipRepeats = false;
+    bool m_skipEmpty = false;
+    RecentStrokes m_recent;
+    DevicePoint m_at{0, 0};  // where the last stroke left the position
+    bool m_unsent = false;   // and the device has not been told
+    Tail m_tail;
 };
-
-enum class Form { Axis0, Axis90, L1, R1, D1 };
 
 }  // namespace
 
@@ -108,16 +511,16 @@ double KivHatchNormalisedAngle(double angle) {
     return theta;
 }
 
-int KivHatchBand(double t) {
-    if (t > -0.05 && t < 0.05) return 1;      // 0
-    if (t > 179.95 && t < 180.05) return 2;   // 180
-    if (t > 89.95 && t < 90.05) return 3;     // 90
-    if (t > 269.95 && t < 270.05) return 4;   // 270
-    if (t > 0.05 && t < 89.95) return 5;
-    if (t > 180.05 && t < 269.95) return 6;
-    if (t > 90.05 && t < 179.95) return 7;
-    if (t > 270.05 && t < 359.95) return 8;
-    return 0;
+KivHatchBand KivHatchBandOf(double t) {
+    if (t > -0.05 && t < 0.05) return KivHatchBand::Near0;
+    if (t > 179.95 && t < 180.05) return KivHatchBand::Near180;
+    if (t > 89.95 && t < 90.05) return KivHatchBand::Near90;
+    if (t > 269.95 && t < 270.05) return KivHatchBand::Near270;
+    if (t > 0.05 && t < 89.95) return KivHatchBand::From0To90;
+    if (t > 180.05 && t < 269.95) return KivHatchBand::From180To270;
+    if (t > 90.05 && t < 179.95) return KivHatchBand::From90To180;
+    if (t > 270.05 && t < 359.95) return KivHatchBand::From270To360;
+    return KivHatchBand::None;
 }
 
 long long KivHatchStrokeBudget(const KivRect& rect) {
@@ -145,53 +548,34 @@ KivHatchPaint DrawHatch(IKivDC& dc, const KivRect& rect, const KivArray<HatchLin
         }
         const HatchLineFamily family = families[index];
         DecodeDashes(family.dashes, dashes);
+        painter.startFamily();
+        if (!painter.hasSteps()) continue;
         const double theta = KivHatchNormalisedAngle(family.angle);
         const double r = (360.0 - theta) * PI / 180.0;
         const double c = std::cos(r), s = std::sin(r);
         const double Xo = S * family.originX;
         const double Yo = H - S * family.originY;
 
-        // One side of lines: line k while |k x deltaY x S| is below the extent.
-        auto side = [&](double extent, Form form, double L, double forward, double backward, bool backwardFirst) {
-            const double maxLines = kMaxHatchLinesPerPixel * (std::fabs(extent) + 1.0);
+        // One side of lines: line k while |k x deltaY x S| is below the extent, each drawn by its
+        // two walks. A spacing of 0 would stand every further line on line 0 for ever: the side
+        // ends after line 0.
+        auto side = [&](double extent, const LineFrame& lines, double L, Direction forward, Direction backward,
+                        bool backwardFirst) {
             for (long long k = 0; std::fabs(static_cast<double>(k) * family.deltaY * S) < extent; ++k) {
                 if (painter.spent()) {
                     painter.stop();
                     return;
                 }
-                if (static_cast<double>(k) >= maxLines) {
-                    painter.cutLines();
-                    return;
-                }
                 const double a = static_cast<double>(k) * family.deltaX * S;
                 const double p = static_cast<double>(k) * family.deltaY * S;
-                Point P{0.0, 0.0};
-                switch (form) {
-                case Form::Axis0:
-                    P = {Xo + a * std::cos(0.0) + p * std::cos(-PI / 2), Yo + a * std::sin(0.0) + p * std::sin(-PI / 2)};
-                    break;
-                case Form::Axis90: {
-                    const double psi = PI * theta / 180.0;
-                    P = {Xo + a * std::cos(psi) + p * std::cos(0.0), Yo + a * std::sin(psi) + p * std::sin(0.0)};
-                    break;
-                }
-                case Form::L1: {
-                    const double alpha = -theta * PI / 180.0, beta = (-90.0 - theta) * PI / 180.0;
-                    P = {Xo + a * std::cos(alpha) + p * std::cos(beta), Yo + a * std::sin(alpha) + p * std::sin(beta)};
-                    break;
-                }
-                case Form::R1: {
-                    const double gamma = (180.0 - theta) * PI / 180.0, delta = (90.0 - theta) * PI / 180.0;
-                    P = {Xo + a * std::cos(gamma) + p * std::cos(delta), Yo + a * std::sin(gamma) + p * std::sin(delta)};
-                    break;
-                }
-                case Form::D1: {
-                    const double gamma = (180.0 - theta) * PI / 180.0, epsilon = (270.0 - theta) * PI / 180.0;
-                    P = {Xo - a * std::cos(gamma) + p * std::cos(epsilon), Yo - a * std::sin(gamma) + p * std::sin(epsilon)};
-                    break;
-                }
-                }
+                const Point P = lines.basePoint(Xo, Yo, a, p);
                 const double limit = std::fabs(a) + L;
+                if (!std::isfinite(limit)) {
+                    // Neither walk would ever end, nor would any later line's: |k x deltaX x S|
+                    // only grows with k. The side ends here.
+                    painter.skipWalks(2);
+                    return;
+                }
                 if (backwardFirst) {
                     painter.walk(P, backward, limit, true);
                     painter.walk(P, forward, limit, false);
@@ -199,53 +583,64 @@ KivHatchPaint DrawHatch(IKivDC& dc, const KivRect& rect, const KivArray<HatchLin
                     painter.walk(P, forward, limit, false);
                     painter.walk(P, backward, limit, true);
                 }
+                if (family.deltaY * S == 0.0) {
+                    painter.zeroSpacing();
+                    return;
+                }
             }
         };
 
-        const double generalForward = -theta * PI / 180.0;
-        const double generalBackward = (-180.0 - theta) * PI / 180.0;
-        switch (KivHatchBand(theta)) {
-        case 1: {  // the 0 band: cos and sin of the degree value itself, as the earlier module had it
+        // The base-point forms: L1 left of line 0, R1 right of it, D1 with the shift negated; the
+        // axis bands lay their lines out in a fixed frame.
+        const LineFrame L1 = frame(-theta * PI / 180.0, (-90.0 - theta) * PI / 180.0);
+        const LineFrame R1 = frame((180.0 - theta) * PI / 180.0, (90.0 - theta) * PI / 180.0);
+        const Direction generalForward = direction(-theta * PI / 180.0);
+        const Direction generalBackward = direction((-180.0 - theta) * PI / 180.0);
+        switch (KivHatchBandOf(theta)) {
+        case KivHatchBand::Near0: {  // cos and sin of the degree value itself, as the earlier module had it
             const double L = std::fabs(W * std::cos(theta)) + std::fabs(H * std::sin(theta));
-            side(std::fabs(H * std::cos(theta)) + 1.0, Form::Axis0, L, 0.0, PI, false);
+            side(std::fabs(H * std::cos(theta)) + 1.0, frame(0.0, -PI / 2), L, direction(0.0), direction(PI), false);
             break;
         }
-        case 2: {
+        case KivHatchBand::Near180: {
             const double L = std::fabs(W * c) + std::fabs(H * s);
-            side(std::fabs(H * c) + 1.0, Form::Axis0, L, PI, 0.0, false);
+            side(std::fabs(H * c) + 1.0, frame(0.0, -PI / 2), L, direction(PI), direction(0.0), false);
             break;
         }
-        case 3:
-        case 4: {
+        case KivHatchBand::Near90:
+        case KivHatchBand::Near270: {
             const double L = std::fabs(W * c) + std::fabs(H * s);
-            side(std::fabs(W * s) + 1.0, Form::Axis90, L, -theta * PI / 180.0, PI * theta / 180.0, false);
+            side(std::fabs(W * s) + 1.0, frame(PI * theta / 180.0, 0.0), L, direction(-theta * PI / 180.0),
+                 direction(PI * theta / 180.0), false);
             break;
         }
-        case 5: {
+        case KivHatchBand::From0To90: {
             const double L = std::fabs(W * c) + std::fabs(H * s);
-            side(std::fabs(H * c) + 1.0, Form::L1, L, generalForward, generalBackward, false);
-            side(std::fabs(W * s) + 1.0, Form::R1, L, generalForward, generalBackward, false);  // line 0 again
+            side(std::fabs(H * c) + 1.0, L1, L, generalForward, generalBackward, false);
+            side(std::fabs(W * s) + 1.0, R1, L, generalForward, generalBackward, false);  // line 0 again
             break;
         }
-        case 6: {
+        case KivHatchBand::From180To270: {
             const double L = std::fabs(W * c) + std::fabs(H * s);
-            side(std::fabs(H * c) + 1.0, Form::R1, L, generalForward, generalBackward, false);
-            side(std::fabs(W * s) + 1.0, Form::L1, L, generalForward, generalBackward, false);
+            side(std::fabs(H * c) + 1.0, R1, L, generalForward, generalBackward, false);
+            side(std::fabs(W * s) + 1.0, L1, L, generalForward, generalBackward, false);
             break;
         }
-        case 7: {
+        case KivHatchBand::From90To180: {
             const double L = std::fabs(W * s) + std::fabs(H * c);
-            side(L + 1.0, Form::R1, L, generalForward, generalBackward, false);
+            side(L + 1.0, R1, L, generalForward, generalBackward, false);
             break;
         }
-        case 8: {  // the backward walk first
+        case KivHatchBand::From270To360: {  // the backward walk first
             const double L = std::fabs(W * s) + std::fabs(H * c);
-            side(L + 1.0, Form::D1, L, generalForward, generalBackward, true);
+            const LineFrame D1 = frame((180.0 - theta) * PI / 180.0, (270.0 - theta) * PI / 180.0, true);
+            side(L + 1.0, D1, L, generalForward, generalBackward, true);
             break;
         }
-        default:  // on a band bound, or 359.95 and above: nothing
+        case KivHatchBand::None:  // on a band bound, or 359.95 and above: nothing
             break;
         }
+        painter.settle();
     }
     // 3. The previous pen back.
     dc.restorePen();

@@ -8,22 +8,31 @@
 // with y growing upwards; coordinates are truncated toward zero. A theta exactly on a band bound, or
 // at 359.95 and above, draws nothing (kept: the earlier module drew nothing there).
 //
-// The guard: a preview can never hang, and nothing a real pattern draws is changed.
-// - A side of a family draws at most kMaxHatchLinesPerPixel lines per pixel of its extent: only a
-//   family whose lines lie closer than 1/64 pixel reaches it (a spacing of 0 never ends otherwise).
-// - A walk whose limit is not a finite number (an infinite stagger) would never end: it is skipped.
-// - Every MoveTo and LineTo counts against a budget per paint, kMaxHatchStrokesPerPixel for each
+// Every pattern that can finish is drawn exactly, however close its lines. The guard stops only
+// what could never end:
+// - a side whose scaled spacing is 0 would draw its line 0 again for ever: it draws it once;
+// - a walk whose limit is not a finite number (an infinite stagger) would never end, nor would any
+//   later line's (the stagger grows with the line number): the side ends there;
+// - every MoveTo and LineTo counts against a budget per paint, kMaxHatchStrokesPerPixel for each
 //   pixel of the rectangle (at least kMinHatchStrokeBudget); when it is spent the drawing stops.
-// The real patterns of bench/ need at most about 140 strokes per pixel (at zoom 0.05), so every real
-// pattern at any zoom is drawn exactly. Device coordinates are clamped to GDI's range
-// (kHatchDeviceLimit) before truncation; a coordinate that is not a number becomes 0.
+// (A spacing that is not a number needs no guard: the test before line 0 already fails.) The real
+// patterns need at most about 150 strokes per pixel (at zoom 0.05), far below the budget. Device
+// coordinates are clamped to GDI's range (kHatchDeviceLimit) before truncation; a coordinate that is
+// not a number becomes 0.
+//
+// On a device that draws pixels (IKivDC::strokeRules: a window or a bitmap), the strokes are the
+// same but only those that can change a pixel are sent: not a stroke beyond the device's box, not
+// one from a point to itself, and not one whose ends are those of a stroke already drawn in this
+// paint (found in the previous walk of the family at the same step, or in a table of recent
+// strokes). A walk is stepped only while it can still reach the box: once it is beyond an edge it
+// moves away from, the steps left to its end are counted from the walked lengths that every walk of
+// the family shares. A metafile, a printer or a recording gets every stroke in order.
 #pragma once
 
 #include "HatchLineFamily.h"
 #include "IKivDC.h"
 #include "ORVRoots/Exp/KivArray.h"
 
-constexpr double kMaxHatchLinesPerPixel = 64.0;
 constexpr long long kMaxHatchStrokesPerPixel = 1024;
 constexpr long long kMinHatchStrokeBudget = 1LL << 24;
 constexpr double kHatchDeviceLimit = 134217727.0;  // 2^27 - 1: the coordinate range GDI draws in
@@ -36,14 +45,28 @@ struct KivHatchStyle {
 
 // What one paint did.
 struct KivHatchPaint {
-    long long strokes = 0;        // MoveTo and LineTo calls issued
-    bool guardStopped = false;    // the stroke budget was spent before the drawing ended
-    int linesCut = 0;             // sides whose lines were cut at the line limit
-    int walksSkipped = 0;         // walks skipped for a limit that is not a finite number
+    long long strokes = 0;       // the drawing's MoveTo and LineTo, those a raster device was spared included
+    bool guardStopped = false;   // the stroke budget was spent before the drawing ended
+    int zeroSpacingSides = 0;    // sides of a spacing of 0, drawn with their line 0 alone
+    int walksSkipped = 0;        // walks skipped for a limit that is not a finite number (two a side)
 };
 
-// The band a normalised angle falls in, for reports: 0 for none (a bound, 359.95 and above).
-int KivHatchBand(double theta);
+// The bands of a normalised angle (degrees, every bound exclusive), each with its own layout of
+// lines: its length term, its sides and their extents, its base points and walk directions.
+enum class KivHatchBand {
+    None,           // on a bound (0.05, 89.95, 90.05, ...) or 359.95 and above: draws nothing
+    Near0,          // -0.05 .. 0.05: one side, cos and sin taken of the degree value itself
+    Near180,        // 179.95 .. 180.05: one side
+    Near90,         // 89.95 .. 90.05: one side
+    Near270,        // 269.95 .. 270.05: one side
+    From0To90,      // 0.05 .. 89.95: two sides, left of line 0 then right of it
+    From180To270,   // 180.05 .. 269.95: two sides, right of line 0 then left of it
+    From90To180,    // 90.05 .. 179.95: one side
+    From270To360,   // 270.05 .. 359.95: one side, the backward walk first
+};
+
+// The band a normalised angle falls in.
+KivHatchBand KivHatchBandOf(double theta);
 // The angle as the drawing normalises it: -90 is 270; -0.04 stays; 360 and 450 stay.
 double KivHatchNormalisedAngle(double angle);
 

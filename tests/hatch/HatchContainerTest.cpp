@@ -17,6 +17,7 @@
 #include "CountingDC.h"
 #include "KivHatchDrawing.h"
 #include "KivHatchPattern.h"
+#include "LiteralHatch.h"
 #include "PngWriter.h"
 #include "TestFiles.h"
 
@@ -377,4 +378,130 @@ TEST_F(HatchContainer, TheControlsPixelsAreThoseOfOneGdiCallPerStroke) {
         }
     }
     EXPECT_EQ(compared, 24);
+}
+
+namespace {
+// The strokes a drawing sends, in order, as a metafile records them.
+class StrokeLog : public CountingDC {
+public:
+    void moveTo(int x, int y) override { strokes.push_back(RecordedStroke{'M', x, y}); }
+    void lineTo(int x, int y) override { strokes.push_back(RecordedStroke{'L', x, y}); }
+    std::vector<RecordedStroke> strokes;
+};
+
+KivComPtr<IDispatch> previewOf(const std::wstring& pattern, double zoom) {
+    KivComPtr<IDispatch> control = newControl(kHatchClsid);
+    put(control.get(), L"Pattern", textArg(pattern.c_str()));
+    put(control.get(), L"ZoomFactor", doubleArg(zoom));
+    put(control.get(), L"ForeColor", longArg(0));
+    put(control.get(), L"BackColor", longArg(0x00FFFFFF));
+    return control;
+}
+
+HRESULT drawInto(IDispatch* control, HDC dc, int width, int height) {
+    KivComPtr<IViewObject> view;
+    control->QueryInterface(IID_IViewObject, view.putVoid());
+    const RECTL bounds{0, 0, width, height};
+    return view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr, nullptr, 0);
+}
+}  // namespace
+
+// Spacings far below a pixel that still finish (a 200 x 150 metric preview, one family): the real
+// control hatches the preview whole, with the pixels of the literal drawing sent one GDI call per
+// stroke, and leaves GDI's position where that drawing's last stroke ends.
+TEST_F(HatchContainer, TinySpacingsHatchTheWholePreviewWithTheLiteralDrawingsPixels) {
+    TempFile file(";; tiny spacings\n*FLAT,0.05\n0,0,0,0,0.05\n*FLATTER,0.001\n0,0,0,0,0.001\n*SLANTED,30 degrees\n30,0,0,0,0.05\n",
+                  "tiny.pat");
+    const struct {
+        const wchar_t* name;
+        double zoom;
+    } cases[] = {{L"FLAT", 0.0501}, {L"FLATTER", 1.0}, {L"SLANTED", 0.0501}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(narrow(c.name));
+        const std::wstring pattern = std::wstring(file.path().getStringW()) + L"(" + c.name + L")";
+        KivComPtr<IDispatch> control = previewOf(pattern, c.zoom);
+        Canvas viaControl(200, 150), literal(200, 150);
+        ASSERT_EQ(drawInto(control.get(), viaControl.dc, 200, 150), S_OK);
+        KivArray<HatchLineFamily> families;
+        LoadPattern(KivString(pattern.c_str()), families);
+        ASSERT_EQ(families.getLogicalLength(), 1);
+        literal.fill(RGB(255, 255, 255));
+        {
+            OneCallPerStrokeDC plain(literal.dc);
+            EXPECT_FALSE(literal::Hatch(plain, c.zoom, 1.0, -1).draw(KivRect{0, 0, 200, 150}, families, 0).gaveUp);
+        }
+        EXPECT_EQ(differingPixels(viaControl, literal), 0);
+        int hatched = 0;
+        for (int y = 0; y < 150; ++y)
+            for (int x = 0; x < 200; ++x) hatched += viaControl.pixel(x, y) == RGB(0, 0, 0) ? 1 : 0;
+        EXPECT_EQ(hatched, 200 * 150);
+        POINT a{}, b{};
+        GetCurrentPositionEx(viaControl.dc, &a);
+        GetCurrentPositionEx(literal.dc, &b);
+        EXPECT_EQ(a.x, b.x);
+        EXPECT_EQ(a.y, b.y);
+    }
+}
+
+// In the XOR mix mode a stroke drawn again changes its pixels back: the control leaves out no
+// repeat there, and its pixels are those of one call per stroke in that mode, not those of the copy
+// mode.
+TEST_F(HatchContainer, InTheXorModeNoRepeatIsLeftOut) {
+    std::ifstream in(sharedDataNativePath("pat/FreeCAD__FCPAT.pat"), std::ios::binary);
+    TempFile copy(openedUp(std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>())), "fcpat.pat");
+    const std::wstring pattern = std::wstring(copy.path().getStringW()) + L"(DIAMOND)";
+    KivComPtr<IDispatch> control = previewOf(pattern, 0.1);
+    put(control.get(), L"ForeColor", longArg(0x000000FF));  // red: XOR with black would change nothing
+    Canvas xorControl(150, 100), xorByCalls(150, 100), copyControl(150, 100);
+    SetROP2(xorControl.dc, R2_XORPEN);
+    ASSERT_EQ(drawInto(control.get(), xorControl.dc, 150, 100), S_OK);
+    ASSERT_EQ(drawInto(control.get(), copyControl.dc, 150, 100), S_OK);
+    KivArray<HatchLineFamily> families;
+    LoadPattern(KivString(pattern.c_str()), families);
+    xorByCalls.fill(RGB(255, 255, 255));
+    SetROP2(xorByCalls.dc, R2_XORPEN);
+    {
+        OneCallPerStrokeDC plain(xorByCalls.dc);
+        KivArray<double> dashes;
+        KivHatchStyle style;
+        style.zoomFactor = 0.1;
+        style.foreColor = 0x000000FF;
+        DrawHatch(plain, KivRect{0, 0, 150, 100}, families, dashes, style);
+    }
+    int changed = 0;
+    for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 150; ++x) changed += xorControl.pixel(x, y) != RGB(255, 255, 255) ? 1 : 0;
+    EXPECT_GT(changed, 1000);
+    EXPECT_EQ(differingPixels(xorControl, xorByCalls), 0);
+    EXPECT_GT(differingPixels(xorControl, copyControl), 1000) << "the repeats changed nothing: no test of them";
+}
+
+// A metafile is a record of the drawing, which its reader may replay at another scale: the preview
+// drawn into one records every MoveTo and LineTo of the drawing, in order, those far outside its
+// bounds and the repeated ones included.
+TEST_F(HatchContainer, AMetafileOfThePreviewRecordsEveryStrokeInOrder) {
+    std::ifstream in(sharedDataNativePath("pat/FreeCAD__FCPAT.pat"), std::ios::binary);
+    TempFile copy(openedUp(std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>())), "fcpat.pat");
+    for (const wchar_t* name : {L"DIAMOND", L"SQUARE"}) {
+        SCOPED_TRACE(narrow(name));
+        const std::wstring pattern = std::wstring(copy.path().getStringW()) + L"(" + name + L")";
+        KivComPtr<IDispatch> control = previewOf(pattern, 0.1);
+        HDC screen = GetDC(nullptr);
+        HDC recording = CreateEnhMetaFileW(screen, nullptr, nullptr, nullptr);
+        ReleaseDC(nullptr, screen);
+        ASSERT_EQ(drawInto(control.get(), recording, 150, 100), S_OK);
+        HENHMETAFILE metafile = CloseEnhMetaFile(recording);
+        const std::vector<RecordedStroke> recorded = metafileStrokes(metafile);
+        DeleteEnhMetaFile(metafile);
+        KivArray<HatchLineFamily> families;
+        LoadPattern(KivString(pattern.c_str()), families);
+        StrokeLog drawing;
+        KivArray<double> dashes;
+        KivHatchStyle style;
+        style.zoomFactor = 0.1;
+        DrawHatch(drawing, KivRect{0, 0, 150, 100}, families, dashes, style);
+        EXPECT_GT(drawing.strokes.size(), 10000u);
+        EXPECT_EQ(recorded.size(), drawing.strokes.size());
+        EXPECT_TRUE(recorded == drawing.strokes);
+    }
 }

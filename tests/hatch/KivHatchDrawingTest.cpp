@@ -175,7 +175,7 @@ TEST(KivHatchDrawing, HugeNegativeAnglesComeOutInsideOneTurn) {
 TEST(KivHatchDrawing, TheBandBoundsAndAnglesOf360AndMoreDrawNothing) {
     for (double angle : {0.05, 89.95, 90.05, 179.95, 180.05, 269.95, 270.05, 359.95, 359.99, 360.0, 450.0, 1e6}) {
         SCOPED_TRACE(angle);
-        EXPECT_EQ(KivHatchBand(KivHatchNormalisedAngle(angle)), 0);
+        EXPECT_EQ(KivHatchBandOf(KivHatchNormalisedAngle(angle)), KivHatchBand::None);
         RecordingDC dc;
         draw(dc, family(angle, 0, 0, 0, 1), 20, 10);
         EXPECT_EQ(dc.calls, (std::vector<std::string>{"SelectPen(0,1,0x000000FF)", "RestorePen"}));
@@ -232,30 +232,129 @@ TEST(KivHatchDrawing, TheWalksOfTheHalfAndQuarterPairStartWithTheDashForwardAndT
     EXPECT_EQ(*(backward + 2), "LineTo(-2,4)");
 }
 
+// ---- Rules each of which the cases above would let pass broken.
+
+// The 0 band takes cos and sin of the degree value itself: at 0.04 the length term of a 100 x 100
+// rectangle is 100 cos 0.04 + 100 sin 0.04 = 103.92 pixels (in radians it would be 100.07), so a
+// walk of one-pixel dashes takes 104 steps, not 101.
+TEST(KivHatchDrawing, TheZeroBandTakesCosAndSinOfTheDegreeValue) {
+    RecordingDC dc;
+    draw(dc, family(0.04, 0, 0, 0, 1000, u"1,"), 100, 100);  // one line: the next stands beyond the extent
+    const std::string strokes = compact(dc.calls);
+    EXPECT_EQ(strokes.rfind("M0,100 L1,100 L2,100", 0), 0u) << strokes.substr(0, 40);
+    EXPECT_NE(strokes.find("L103,100 L104,100 M0,100 L-1,100"), std::string::npos);  // the forward walk ends at 104
+    EXPECT_EQ(strokes.substr(strokes.size() - 9), "L-104,100");  // and so does the backward one
+}
+
+// The two-sided bands: the first side reaches H cos + 1 from line 0 and the second W sin + 1. With
+// W != H, swapping the two extents changes how many lines each side draws.
+TEST(KivHatchDrawing, TheTwoSidedBandsTakeEachSidesOwnExtent) {
+    struct Case {
+        double angle;
+        int linesAbove, linesBelow;  // walk starts above and below line 0's (not counting line 0)
+    } cases[] = {
+        // 30: side one above, extent 10 cos 30 + 1 = 9.66 (lines 1 to 3, 3 pixels apart); side two
+        // below, 41 sin 30 + 1 = 21.5 (lines 1 to 7).
+        {30, 3, 7},
+        // 210: side one (the R1 form) also lies above line 0 with the extent H cos + 1, side two
+        // (L1) below with W sin + 1.
+        {210, 3, 7},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.angle);
+        RecordingDC dc;
+        draw(dc, family(c.angle, 0, 0, 0, 3, u"100,"), 41, 10);
+        int above = 0, below = 0, onLineZero = 0;
+        for (const std::string& call : dc.calls) {
+            if (call.rfind("MoveTo(", 0) != 0) continue;  // each walk starts with one MoveTo: no gaps here
+            const int y = std::stoi(call.substr(call.find(',') + 1));
+            if (y < 10) ++above;
+            else if (y > 10) ++below;
+            else ++onLineZero;
+        }
+        EXPECT_EQ(above, 2 * c.linesAbove);
+        EXPECT_EQ(below, 2 * c.linesBelow);
+        EXPECT_EQ(onLineZero, 4);  // line 0 once a side, two walks each
+    }
+}
+
+// The extent is a strict bound: in a rectangle 8 pixels high (extent 9) with lines 3 pixels apart,
+// line 3 stands exactly on the extent and is not drawn.
+TEST(KivHatchDrawing, ALineExactlyOnTheExtentIsNotDrawn) {
+    RecordingDC dc;
+    draw(dc, family(0, 0, 0, 0, 1, u"100,"), 20, 8, 1.0);  // zoom 1: 3 pixels a unit
+    EXPECT_EQ(compact(dc.calls), "M0,8 L300,8 M0,8 L-300,8 M0,5 L300,5 M0,5 L-300,5 M0,2 L300,2 M0,2 L-300,2");
+}
+
+// The origin is the rectangle's lower-left corner measured from 0,0: the rectangle's own left and
+// top are not added, so a rectangle of the same size elsewhere gets the very same strokes.
+TEST(KivHatchDrawing, ARectangleAwayFromTheOriginGetsTheStrokesOfOneAtTheOrigin) {
+    for (double angle : {0.0, 30.0, 90.0, 135.0, 210.0, 300.0}) {
+        SCOPED_TRACE(angle);
+        RecordingDC atOrigin, away;
+        const HatchLineFamily f = family(angle, 1, 2, 0.5, 4, u"5,-2,");
+        KivArray<HatchLineFamily> families = one(f);
+        KivArray<double> dashes;
+        KivHatchStyle style;
+        style.zoomFactor = kThird;
+        DrawHatch(atOrigin, KivRect{0, 0, 20, 10}, families, dashes, style);
+        DrawHatch(away, KivRect{5, 7, 25, 17}, families, dashes, style);
+        EXPECT_GT(atOrigin.calls.size(), 4u);
+        EXPECT_EQ(away.calls, atOrigin.calls);
+    }
+}
+
+// A family that draws nothing (its angle on a band bound) does not end the drawing: the families
+// after it are drawn as if it were not there.
+TEST(KivHatchDrawing, AFamilyOutsideEveryBandDoesNotStopTheFamiliesAfterIt) {
+    KivArray<HatchLineFamily> withIt = one(family(0.05, 0, 0, 0, 4));
+    withIt.append(family(45, 0, 0, 0, 4, u"3,-1,"));
+    withIt.append(family(359.95, 0, 0, 0, 4));
+    withIt.append(family(0, 0, 0, 0, 5));
+    KivArray<HatchLineFamily> without = one(family(45, 0, 0, 0, 4, u"3,-1,"));
+    without.append(family(0, 0, 0, 0, 5));
+    KivArray<double> dashes;
+    RecordingDC a, b;
+    DrawHatch(a, KivRect{0, 0, 20, 10}, withIt, dashes, KivHatchStyle{});
+    DrawHatch(b, KivRect{0, 0, 20, 10}, without, dashes, KivHatchStyle{});
+    EXPECT_GT(b.calls.size(), 10u);
+    EXPECT_EQ(a.calls, b.calls);
+}
+
 // ---- The guard: counted in strokes.
 
-TEST(KivHatchDrawing, ASpacingOfZeroStopsAtTheLineLimit) {
-    CountingDC dc;
+TEST(KivHatchDrawing, ASpacingOfZeroDrawsLineZeroOnceASide) {
+    RecordingDC dc;
     const KivHatchPaint paint = draw(dc, family(0, 0, 0, 0, 0), 20, 10);
-    EXPECT_EQ(paint.linesCut, 1);
+    // Every further line would stand on line 0 for ever: one line, its two walks of a MoveTo and the
+    // three 10-pixel dashes that pass the length term of 20.
+    EXPECT_EQ(paint.zeroSpacingSides, 1);
     EXPECT_FALSE(paint.guardStopped);
-    // The extent is 11 pixels: 64 lines a pixel of (11 + 1), 768 lines; each two walks of a MoveTo
-    // and the three 10-pixel dashes that pass the length term of 20.
-    EXPECT_EQ(dc.strokes, 768 * 2 * (1 + 3));
-    EXPECT_EQ(dc.pens, 0);
+    EXPECT_EQ(compact(dc.calls), "M0,10 L10,10 L20,10 L30,10 M0,10 L-10,10 L-20,10 L-30,10");
+    // A band of two sides draws line 0 on each, as it does at any spacing.
+    CountingDC twoSides;
+    EXPECT_EQ(draw(twoSides, family(30, 0, 0, 3, 0), 20, 10).zeroSpacingSides, 2);
+    EXPECT_EQ(twoSides.pens, 0);
 }
 
 TEST(KivHatchDrawing, TinyDenormalNegativeNotANumberAndInfiniteSpacingsAllEnd) {
     const double spacings[] = {1e-300, 4.9e-324, -1e-300, -0.5, std::numeric_limits<double>::quiet_NaN(),
                                std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+    const long long budget = 200000;  // a tiny spacing draws until the budget is spent
     for (double dy : spacings) {
         for (double angle : {0.0, 30.0, 90.0, 135.0, 180.0, 225.0, 270.0, 315.0}) {
             SCOPED_TRACE(std::to_string(dy) + " at " + std::to_string(angle));
             CountingDC dc;
-            const KivHatchPaint paint = draw(dc, family(angle, 3, 3, 1, dy, u"2,-1,"), 40, 30);
-            EXPECT_LE(dc.strokes, KivHatchStrokeBudget(KivRect{0, 0, 40, 30}));
+            KivArray<HatchLineFamily> families = one(family(angle, 3, 3, 1, dy, u"2,-1,"));
+            KivArray<double> dashes;
+            const KivHatchPaint paint = DrawHatch(dc, KivRect{0, 0, 40, 30}, families, dashes, KivHatchStyle{}, budget);
+            EXPECT_LE(dc.strokes, budget);
             EXPECT_EQ(dc.pens, 0);
             EXPECT_EQ(paint.strokes, dc.strokes);
+            // Not a number or infinite: the test before line 0 fails, nothing is drawn.
+            if (!std::isfinite(dy)) {
+                EXPECT_EQ(dc.strokes, 0);
+            }
         }
     }
     CountingDC negative;
@@ -265,13 +364,20 @@ TEST(KivHatchDrawing, TinyDenormalNegativeNotANumberAndInfiniteSpacingsAllEnd) {
     EXPECT_EQ(negative.strokes, positive.strokes);
 }
 
-TEST(KivHatchDrawing, AnInfiniteStaggerSkipsTheWalksThatWouldNeverEnd) {
+TEST(KivHatchDrawing, AnInfiniteStaggerEndsTheSideAtItsFirstWalkThatWouldNeverEnd) {
     CountingDC dc;
     const KivHatchPaint paint = draw(dc, family(0, 0, 0, std::numeric_limits<double>::infinity(), 4), 20, 10);
-    // Three lines (spacing 4 in an extent of 11), two walks each: line 0's limit is 0 x infinity,
-    // not a number, the others' infinite. None is drawn, and the drawing ends at once.
-    EXPECT_EQ(paint.walksSkipped, 6);
+    // Line 0's limit is 0 x infinity, not a number: neither of its walks would end, nor would any
+    // later line's. The side ends at once and nothing is drawn.
+    EXPECT_EQ(paint.walksSkipped, 2);
     EXPECT_EQ(dc.strokes, 0);
+    // A finite stagger that overflows at line 1 (1e308 x 3 pixels a unit at zoom 1): line 0 is drawn,
+    // and the side ends at line 1 however many lines its tiny spacing would still hold.
+    CountingDC overflow;
+    const KivHatchPaint later = draw(overflow, family(0, 0, 0, 1e308, 1e-300), 20, 10, 1.0);
+    EXPECT_EQ(later.walksSkipped, 2);
+    EXPECT_EQ(overflow.strokes, 2 * (1 + 1));  // line 0: two walks of a MoveTo and one 30-pixel dash
+    EXPECT_FALSE(later.guardStopped);
 }
 
 TEST(KivHatchDrawing, AHugeFiniteStaggerSpendsTheBudgetAndStops) {

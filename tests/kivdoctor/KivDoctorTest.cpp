@@ -174,7 +174,7 @@ TEST(KivDoctor, ExplainsEachWayAPatternLosesFamiliesAndNamesTheFamiliesThatDrawN
         "89.95,0,0,0,1\n"
         "360,0,0,0,1\n"
         "0,0,0,0,0\n"
-        "0,0,0,0,0.001\n"
+        "0,0,0,0,0.000001\n"
         "30,0,0,0,2\n"
         "*GUARD,a prefix of an earlier name\n"
         "0,0,0,0,1\n"
@@ -210,8 +210,8 @@ TEST(KivDoctor, ExplainsEachWayAPatternLosesFamiliesAndNamesTheFamiliesThatDrawN
     EXPECT_EQ(guarded.notes[2].line, 17);
     EXPECT_TRUE(contains(guarded.notes[2].text, "spacing (delta-y) 0")) << guarded.notes[2].text;
     EXPECT_EQ(guarded.notes[3].line, 18);
-    EXPECT_TRUE(contains(guarded.notes[3].text, "closer than 1/64 pixel")) << guarded.notes[3].text;
-    // At a larger zoom the tiny spacing is drawn: only three notes are left.
+    EXPECT_TRUE(contains(guarded.notes[3].text, "spends its stroke budget")) << guarded.notes[3].text;
+    // At a larger zoom the tiny spacing is drawn within the budget: only three notes are left.
     EXPECT_EQ(findingOf(KivDiagnosePatterns(read(pat), {"GUARDED"}, 10.0, true), "GUARDED").notes.size(), 3u);
 
     const KivPatternFinding& guard = findingOf(all, "GUARD");

@@ -12,6 +12,7 @@
 #include "KivHatchDrawing.h"
 #include "KivHatchPattern.h"
 #include "KivLinetypeFile.h"
+#include "KivRasterDC.h"
 
 namespace {
 
@@ -290,8 +291,10 @@ std::vector<KivPatternFinding> KivDiagnosePatterns(const KivDoctorFile& file, co
         }
         f.loadsItself = f.loads && f.reason.empty();
 
-        // The families that load but draw nothing, or that the guard cuts, each with its line: the
-        // loader's own walk over the lines, to number them.
+        // The families that load but draw nothing, or that the guard stops, each with its line: the
+        // loader's own walk over the lines, to number them. A family is stopped when, drawn alone by
+        // the preview's own drawing into a preview of kGuardWidth x kGuardHeight at the zoom, it
+        // spends the paint's stroke budget.
         if (report.keyPosition > 0) {
             KivString buffer = file.content.right(file.content.length() - report.keyPosition);
             KivString line;
@@ -304,16 +307,24 @@ std::vector<KivPatternFinding> KivDiagnosePatterns(const KivDoctorFile& file, co
                 if (one.getLogicalLength() == 1) {
                     const HatchLineFamily& family = one[0];
                     const double theta = KivHatchNormalisedAngle(family.angle);
-                    const double spacing = std::fabs(family.deltaY) * pixelsPerUnit;
-                    if (KivHatchBand(theta) == 0) {
+                    if (KivHatchBandOf(theta) == KivHatchBand::None) {
                         f.notes.push_back({lineNumber, "angle " + number(family.angle) +
                                                            (theta >= 359.95 ? " (360 or more)" : " (on a band bound)") +
                                                            ": this family draws nothing"});
-                    } else if (family.deltaY == 0.0) {
-                        f.notes.push_back({lineNumber, "spacing (delta-y) 0: its lines fall on one another, and the guard stops them"});
-                    } else if (spacing < 1.0 / kMaxHatchLinesPerPixel) {
-                        f.notes.push_back({lineNumber, "spacing (delta-y) " + number(family.deltaY) + " puts its lines closer than 1/64 pixel at zoom " +
-                                                           number(zoom) + ": the guard stops them"});
+                    } else if (family.deltaY * pixelsPerUnit == 0.0) {
+                        f.notes.push_back({lineNumber, "spacing (delta-y) 0: its lines fall on one another, and the guard draws its line 0 alone"});
+                    } else {
+                        KivRasterDC preview(kGuardWidth, kGuardHeight);
+                        KivArray<double> dashes;
+                        KivHatchStyle style;
+                        style.zoomFactor = zoom;
+                        style.unitFactor = metric ? 1.0 : 25.4;
+                        if (DrawHatch(preview, KivRect{0, 0, kGuardWidth, kGuardHeight}, one, dashes, style).guardStopped) {
+                            f.notes.push_back({lineNumber, "spacing (delta-y) " + number(family.deltaY) + " puts so many lines into a " +
+                                                               std::to_string(kGuardWidth) + " x " + std::to_string(kGuardHeight) +
+                                                               " preview at zoom " + number(zoom) +
+                                                               " that the paint spends its stroke budget and stops"});
+                        }
                     }
                 }
                 ++lineNumber;

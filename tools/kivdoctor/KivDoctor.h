@@ -45,7 +45,7 @@ std::vector<KivLinetypeFinding> KivDiagnoseLinetypes(const KivDoctorFile& file, 
 
 struct KivFamilyNote {
     int line = 0;
-    std::string text;  // why this family draws nothing or is cut by the guard
+    std::string text;  // why this family draws nothing or is stopped by the guard
 };
 struct KivPatternFinding {
     std::string name;
@@ -58,6 +58,8 @@ struct KivPatternFinding {
     std::string reason;        // why families are missing, empty when none are
     std::vector<KivFamilyNote> notes;
 };
+// The preview in which the notes find the families the guard stops: the size hosts give it.
+constexpr int kGuardWidth = 200, kGuardHeight = 150;
 // Every pattern of the file, or the names given; the guard's notes at `zoom` in millimetres or inches.
 std::vector<KivPatternFinding> KivDiagnosePatterns(const KivDoctorFile& file, const std::vector<std::string>& names,
                                                    double zoom, bool metric);
