@@ -129,7 +129,7 @@ TEST_P(SideBySide, SitedInAtlAndItsEventsArrive) {
         SCOPED_TRACE(narrow(name));
         Hosted h(name, guid(c.events), c.childId, 220, 120);
         ASSERT_TRUE(h.active());
-        EXPECT_NE(h.cookie, 0u);  // its events are connected
+        EXPECT_NE(h.connection.cookie, 0u);  // its events are connected
         if (c.childId == 0) continue;  // the hatch preview and the layer fire no event
         ASSERT_NE(h.child, nullptr);
         if (h.count() == 0) {  // the linetype controls: rows the host defines
