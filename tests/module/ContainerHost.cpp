@@ -64,6 +64,21 @@ std::vector<std::string> expectedPlaceholderPage(const std::string& control) {
     return {"Static: TODO: Place controls to manipulate properties of " + control + " on this dialog."};
 }
 
+void expectPlaceholderPageObject(IPropertyPage* page, HWND parent, const std::string& control) {
+    PROPPAGEINFO info{};
+    info.cb = sizeof info;
+    ASSERT_EQ(page->GetPageInfo(&info), S_OK);
+    EXPECT_EQ(narrow(info.pszTitle), "General");
+    EXPECT_GT(info.size.cx, info.size.cy);  // 250 x 62 dialog units
+    CoTaskMemFree(info.pszTitle);
+    RECT r{0, 0, info.size.cx, info.size.cy};
+    ASSERT_EQ(page->Activate(parent, &r, TRUE), S_OK);
+    EXPECT_EQ(placeholderPage(parent), expectedPlaceholderPage(control));
+    EXPECT_EQ(page->IsPageDirty(), S_FALSE);
+    EXPECT_EQ(page->Apply(), S_OK);
+    EXPECT_EQ(page->Deactivate(), S_OK);
+}
+
 PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& pages, int button) {
     PropertyFrameSeen seen;
     {
@@ -110,43 +125,64 @@ Hosted::Hosted(const wchar_t* progId, const IID& events, int childId, int width,
     if (host == nullptr || FAILED(getControl(host, control.put()))) return;
     control->QueryInterface(IID_IDispatch, dispatch.putVoid());
     controlWindow = FindWindowExW(host, nullptr, L"KivLorqControlWindow", nullptr);
-    child = controlWindow != nullptr && childId != 0 ? GetDlgItem(controlWindow, childId) : nullptr;
-    if (child != nullptr) {
-        wchar_t cls[64] = {};
-        GetClassNameW(child, cls, 64);
-        m_listBox = _wcsicmp(cls, L"ListBox") == 0;
-    } else if (childId != 0) {  // diagnostics for a failed hosting
+    find(controlWindow, childId);
+    if (child == nullptr && childId != 0) {  // diagnostics for a failed hosting
         HWND first = GetWindow(host, GW_CHILD);
         wchar_t cls[64] = {};
         if (first != nullptr) GetClassNameW(first, cls, 64);
         std::printf("hosting: frame %p host %p control %p window %p first child %p class %ls\n", (void*)frame, (void*)host,
                     (void*)control.get(), (void*)controlWindow, (void*)first, cls);
     }
-    sink = new EventSink(events);
-    KivComPtr<IConnectionPointContainer> cpc;
-    if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
-        SUCCEEDED(cpc->FindConnectionPoint(events, point.put())))
-        point->Advise(static_cast<IDispatch*>(sink), &cookie);
-    EXPECT_NE(cookie, 0u) << "the control's events could not be connected";
+    EXPECT_TRUE(connection.connect(control.get(), events)) << "the control's events could not be connected";
 }
 
 Hosted::~Hosted() {
-    if (point) point->Unadvise(cookie);
-    if (sink != nullptr) sink->Release();
-    point.reset();
+    connection.disconnect();
     dispatch.reset();
     control.reset();
     if (frame != nullptr) DestroyWindow(frame);
     pumpMessages(50);
 }
 
-int Hosted::selection() const {
+// ---- EventConnection
+
+bool EventConnection::connect(IUnknown* control, const IID& events) {
+    disconnect();
+    sink = new EventSink(events);
+    KivComPtr<IConnectionPointContainer> cpc;
+    if (SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer, cpc.putVoid())) &&
+        SUCCEEDED(cpc->FindConnectionPoint(events, point.put())))
+        point->Advise(static_cast<IDispatch*>(sink), &cookie);
+    return cookie != 0;
+}
+
+void EventConnection::disconnect() {
+    if (point) point->Unadvise(cookie);
+    point.reset();
+    cookie = 0;
+    if (sink != nullptr) sink->Release();
+    sink = nullptr;
+}
+
+// ---- ControlChild
+
+void ControlChild::find(HWND controlWindow, int childId) {
+    child = controlWindow != nullptr && childId != 0 ? GetDlgItem(controlWindow, childId) : nullptr;
+    m_listBox = false;
+    if (child != nullptr) {
+        wchar_t cls[64] = {};
+        GetClassNameW(child, cls, 64);
+        m_listBox = _wcsicmp(cls, L"ListBox") == 0;
+    }
+}
+
+int ControlChild::selection() const {
     return static_cast<int>(SendMessageW(child, m_listBox ? LB_GETCURSEL : CB_GETCURSEL, 0, 0));
 }
 
-int Hosted::count() const { return static_cast<int>(SendMessageW(child, m_listBox ? LB_GETCOUNT : CB_GETCOUNT, 0, 0)); }
+int ControlChild::count() const { return static_cast<int>(SendMessageW(child, m_listBox ? LB_GETCOUNT : CB_GETCOUNT, 0, 0)); }
 
-std::string Hosted::text(int i) const {
+std::string ControlChild::text(int i) const {
     const LRESULT length = SendMessageW(child, m_listBox ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
     if (length < 0) return "<none>";
     std::wstring t(static_cast<std::size_t>(length) + 1, L'\0');
@@ -154,17 +190,17 @@ std::string Hosted::text(int i) const {
     return narrow(t.c_str());
 }
 
-LRESULT Hosted::itemData(int i) const {
+LRESULT ControlChild::itemData(int i) const {
     return SendMessageW(child, m_listBox ? LB_GETITEMDATA : CB_GETITEMDATA, static_cast<WPARAM>(i), 0);
 }
 
-void Hosted::key(UINT vk) {
+void ControlChild::key(UINT vk) {
     SendMessageW(child, WM_KEYDOWN, vk, 0);
     SendMessageW(child, WM_KEYUP, vk, 0xC0000000);
     pumpMessages(30);
 }
 
-void Hosted::mousePick(int index) {
+void ControlChild::mousePick(int index) {
     HWND list = child;
     if (!m_listBox) {
         SendMessageW(child, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
@@ -249,6 +285,18 @@ void drawExpectedDesignModeFace(Canvas& canvas, const wchar_t* designText) {
     else drawExpectedEllipse(canvas);
 }
 
+void drawExpectedUserModeFace(Canvas& canvas, const wchar_t* designText, COLORREF back) {
+    if (designText == nullptr) {
+        drawExpectedEllipse(canvas);
+        return;
+    }
+    RECT all{0, 0, canvas.width, canvas.height};
+    HBRUSH brush = CreateSolidBrush(back);
+    FillRect(canvas.dc, &all, brush);
+    DeleteObject(brush);
+    GdiFlush();
+}
+
 HRESULT drawThroughViewObject(IUnknown* control, Canvas& canvas) {
     KivComPtr<IViewObject> view;
     const HRESULT hr = control->QueryInterface(IID_IViewObject, view.putVoid());
@@ -264,6 +312,13 @@ int differingPixels(const Canvas& a, const Canvas& b) {
         for (int x = 0; x < a.width && x < b.width; ++x)
             if (a.pixel(x, y) != b.pixel(x, y)) ++n;
     return n;
+}
+
+int viewDiffersFrom(IUnknown* control, const Canvas& expected) {
+    Canvas canvas(expected.width, expected.height);
+    canvas.fill(RGB(1, 2, 3));
+    if (FAILED(drawThroughViewObject(control, canvas))) return -1;
+    return differingPixels(canvas, expected);
 }
 
 // ---- Persistence

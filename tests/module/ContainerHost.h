@@ -45,23 +45,21 @@ struct PropertyFrameSeen {
     std::wstring tab;
     std::vector<std::string> page;
 };
+// A property page object on its own, activated in `parent`: it is titled "General", wider than high,
+// holds the placeholder naming `control` ("KivColorControl", ...) and nothing else, is never dirty,
+// and applies and deactivates.
+void expectPlaceholderPageObject(IPropertyPage* page, HWND parent, const std::string& control);
+
 // Opens the property frame a container opens for `object` with `pages` (ISpecifyPropertyPages),
 // reads it, and closes it with `button` (IDOK or IDCANCEL).
 PropertyFrameSeen showPropertyFrame(HWND owner, IUnknown* object, const CAUUID& pages, int button);
 
-// A top-level window hosting a control through AtlAxWin, by ProgID, with its events advised to a
-// sink. `child` is the control's owned child window (`childId`; 0 for a control without one): a
-// combo box or a list box, whose messages the helpers pick.
-class Hosted {
+// An active control's owned child window (a combo box or a list box), whose messages the helpers
+// pick, and what a user does with it: the same in any container.
+class ControlChild {
 public:
-    Hosted(const wchar_t* progId, const IID& events, int childId, int width = 200, int height = 21);
-    ~Hosted();
-    Hosted(const Hosted&) = delete;
-    Hosted& operator=(const Hosted&) = delete;
-
-    // The control was created and its window is in place.
-    bool active() const { return control && controlWindow != nullptr; }
-    std::vector<std::string>& events() { return sink->events; }
+    // The child `childId` of the control's own window (none when either is missing or `childId` is 0).
+    void find(HWND controlWindow, int childId);
     bool isListBox() const { return m_listBox; }
     int selection() const;
     int count() const;
@@ -73,16 +71,49 @@ public:
     // list box click item `index`.
     void mousePick(int index);
 
-    HMODULE atl = nullptr;
-    HWND frame = nullptr, host = nullptr, controlWindow = nullptr, child = nullptr;
-    KivComPtr<IUnknown> control;
-    KivComPtr<IDispatch> dispatch;
-    KivComPtr<IConnectionPoint> point;
-    EventSink* sink = nullptr;
-    DWORD cookie = 0;
+    HWND child = nullptr;
 
 private:
     bool m_listBox = false;
+};
+
+// A control's events (its source interface `events`) advised to a sink that records them, as a
+// container connects them; unadvised on destruction.
+class EventConnection {
+public:
+    EventConnection() = default;
+    ~EventConnection() { disconnect(); }
+    EventConnection(const EventConnection&) = delete;
+    EventConnection& operator=(const EventConnection&) = delete;
+
+    // Advises a new sink on the control's connection point; false when it cannot.
+    bool connect(IUnknown* control, const IID& events);
+    void disconnect();
+    std::vector<std::string>& events() { return sink->events; }
+
+    KivComPtr<IConnectionPoint> point;
+    EventSink* sink = nullptr;
+    DWORD cookie = 0;
+};
+
+// A top-level window hosting a control through AtlAxWin, by ProgID, with its events advised to a
+// sink. `child` is the control's owned child window (`childId`; 0 for a control without one).
+class Hosted : public ControlChild {
+public:
+    Hosted(const wchar_t* progId, const IID& events, int childId, int width = 200, int height = 21);
+    ~Hosted();
+    Hosted(const Hosted&) = delete;
+    Hosted& operator=(const Hosted&) = delete;
+
+    // The control was created and its window is in place.
+    bool active() const { return control && controlWindow != nullptr; }
+    std::vector<std::string>& events() { return connection.events(); }
+
+    HMODULE atl = nullptr;
+    HWND frame = nullptr, host = nullptr, controlWindow = nullptr;
+    KivComPtr<IUnknown> control;
+    KivComPtr<IDispatch> dispatch;
+    EventConnection connection;
 };
 
 // A 32-bit top-down DIB selected into a memory DC.
@@ -109,10 +140,18 @@ void drawExpectedEllipse(Canvas& canvas);
 // A control's face in design mode drawn directly with GDI: its name (`designText`) on white, or, for
 // the layer (nullptr), its picture.
 void drawExpectedDesignModeFace(Canvas& canvas, const wchar_t* designText);
+// A control's face in user mode drawn directly with GDI: the list-based controls and the hatch
+// preview without a pattern fill it with their back colour `back`; the layer (nullptr) draws its
+// picture.
+void drawExpectedUserModeFace(Canvas& canvas, const wchar_t* designText, COLORREF back);
 // The control drawn on the whole canvas through its IViewObject::Draw; the call's result.
 HRESULT drawThroughViewObject(IUnknown* control, Canvas& canvas);
 // The number of pixels in which two canvases of one size differ.
 int differingPixels(const Canvas& a, const Canvas& b);
+// The number of pixels in which the control, drawn through its view object on a canvas of
+// `expected`'s size first filled with another colour, differs from `expected`; -1 when it cannot be
+// drawn.
+int viewDiffersFrom(IUnknown* control, const Canvas& expected);
 
 // IPersistStreamInit of `control`: its saved bytes, and loading bytes.
 std::vector<BYTE> saveStream(IUnknown* control);

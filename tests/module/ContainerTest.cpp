@@ -562,18 +562,7 @@ TEST_F(Container, AllSixPagesShowGeneralAndTheirPlaceholder) {
         CLSIDFromString(clsidText, &clsid);
         KivComPtr<IPropertyPage> page;
         ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IPropertyPage, page.putVoid()), S_OK);
-        PROPPAGEINFO info{};
-        info.cb = sizeof info;
-        ASSERT_EQ(page->GetPageInfo(&info), S_OK);
-        EXPECT_EQ(narrow(info.pszTitle), "General");
-        EXPECT_GT(info.size.cx, info.size.cy);  // 250 x 62 dialog units
-        CoTaskMemFree(info.pszTitle);
-        RECT r{0, 0, info.size.cx, info.size.cy};
-        ASSERT_EQ(page->Activate(parent, &r, TRUE), S_OK);
-        EXPECT_EQ(placeholderPage(parent), expectedPlaceholderPage(control));
-        EXPECT_EQ(page->IsPageDirty(), S_FALSE);
-        EXPECT_EQ(page->Apply(), S_OK);
-        EXPECT_EQ(page->Deactivate(), S_OK);
+        expectPlaceholderPageObject(page.get(), parent, control);
     }
     DestroyWindow(parent);
 }

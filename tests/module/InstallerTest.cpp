@@ -1,7 +1,8 @@
 // The installer under Wine, in a prefix where no other test registers the module (KIV_PREFIX=clean):
 // msiexec /i writes exactly what regsvr32 of the installed file writes, puts the package's files in
 // Program Files\KivLorqControls and a control is then created by its ProgID from there; msiexec /x
-// leaves the registry and the disk as they were. Over a registration that regsvr32 made from another
+// leaves the registry (the classes root, and HKLM\Software and HKCU\Software, where the installer
+// keeps its records of the product) and the disk as they were. Over a registration that regsvr32 made from another
 // folder, the installation takes every class over and the uninstallation removes them all.
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -126,11 +127,39 @@ bool readFile(const std::wstring& path, std::string& out) {
 
 // The records the installer keeps of its products (Installer\...) are not registration.
 bool installerRecord(const std::wstring& key) { return _wcsnicmp(key.c_str(), L"Installer\\", 10) == 0; }
-// Wine creates the installer's empty record folders the first time it installs and keeps them.
+// Wine's installer creates the folders of its own records the first time it installs anything and
+// keeps them, empty, when the last product is removed: four keys under the classes root (seen in
+// HKEY_CLASSES_ROOT and in HKLM\Software\Classes) and five under
+// HKLM\Software\Microsoft\Windows\CurrentVersion\Installer. Only these keys themselves are passed
+// over: a value in one of them, or a key of a product inside, is still a difference.
 bool installerFolder(const std::wstring& key) {
-    for (const wchar_t* k : {L"Installer\\", L"Installer\\Features\\", L"Installer\\Products\\", L"Installer\\UpgradeCodes\\"})
-        if (_wcsicmp(key.c_str(), k) == 0) return true;
-    return false;
+    const wchar_t* const classes[] = {L"Installer\\", L"Installer\\Features\\", L"Installer\\Products\\",
+                                      L"Installer\\UpgradeCodes\\"};
+    const wchar_t* const machine[] = {L"UpgradeCodes\\", L"UserData\\", L"UserData\\S-1-5-18\\",
+                                      L"UserData\\S-1-5-18\\Components\\", L"UserData\\S-1-5-18\\Products\\"};
+    const auto within = [&](const wchar_t* root, const auto& folders) {
+        const std::size_t n = wcslen(root);
+        if (_wcsnicmp(key.c_str(), root, n) != 0) return false;
+        for (const wchar_t* folder : folders)
+            if (_wcsicmp(key.c_str() + n, folder) == 0) return true;
+        return false;
+    };
+    return within(L"", classes) || within(L"HKLM\\Software\\Classes\\", classes) ||
+           within(L"HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Installer\\", machine);
+}
+
+// The product's entry in the machine's list of installed programs (Add/Remove Programs): the value
+// `name` of the key Uninstall\{product code} whose DisplayName is KivLorqControls; empty without one.
+std::wstring uninstallEntry(const RegistrySnapshot& software, const wchar_t* name) {
+    const std::wstring uninstall = L"HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
+    for (const auto& [key, value] : software) {
+        if (_wcsnicmp(key.c_str(), uninstall.c_str(), uninstall.size()) != 0 || value != L"KivLorqControls") continue;
+        const std::size_t product = key.rfind(L"\\[DisplayName]");
+        if (product == std::wstring::npos || product + 14 != key.size()) continue;
+        const auto entry = software.find(key.substr(0, product) + L"\\[" + name + L"]");
+        return entry != software.end() ? entry->second : L"";
+    }
+    return L"";
 }
 
 // What regsvr32 writes for the module at the installed path: the file put there, registered, the
@@ -172,6 +201,7 @@ protected:
 
 TEST_F(Installer, WritesWhatRegsvr32WritesAndUninstallsToNothing) {
     const RegistrySnapshot before = snapshotClassesRoot();
+    const RegistrySnapshot softwareBefore = snapshotSoftware();
     const std::set<std::wstring> filesBefore = diskFiles();
     const RegistrySnapshot byRegsvr32 = registeredByRegsvr32();
     ASSERT_FALSE(byRegsvr32.empty()) << "regsvr32 failed";
@@ -181,6 +211,10 @@ TEST_F(Installer, WritesWhatRegsvr32WritesAndUninstallsToNothing) {
     ASSERT_EQ(msiexec(L"/i"), 0);
     const RegistrySnapshot installed = snapshotClassesRoot();
     EXPECT_EQ(snapshotDifferences(byRegsvr32, installed, &installerRecord), std::vector<std::string>{});
+    // The installer's records of the product, beside the registration: the machine's list of
+    // installed programs names it with its version (and Installer\UserData holds its components).
+    const RegistrySnapshot softwareInstalled = snapshotSoftware();
+    EXPECT_EQ(narrow(uninstallEntry(softwareInstalled, L"DisplayVersion")), narrow(KIV_VERSION_W));
     // The package's files, byte for byte.
     for (const wchar_t* file : kFiles) {
         std::string installedBytes, packagedBytes;
@@ -203,6 +237,9 @@ TEST_F(Installer, WritesWhatRegsvr32WritesAndUninstallsToNothing) {
 
     ASSERT_EQ(msiexec(L"/x"), 0);
     EXPECT_EQ(snapshotDifferences(before, snapshotClassesRoot(), &installerFolder), std::vector<std::string>{});
+    // Nothing of the product stays in the machine's or the user's software keys either: no entry in
+    // the list of installed programs, no record in Installer\UserData, Products or UpgradeCodes.
+    EXPECT_EQ(snapshotDifferences(softwareBefore, snapshotSoftware(), &installerFolder), std::vector<std::string>{});
     EXPECT_EQ(diskDifferences(filesBefore, diskFiles()), std::vector<std::string>{});
 }
 

@@ -1,23 +1,41 @@
 #include "RegistrySnapshot.h"
 
+#include <algorithm>
+
 namespace {
 
-void snapshotKey(HKEY parent, const std::wstring& path, RegistrySnapshot& out) {
+// A value's data as text: a string as itself, a number in decimal, anything else as its type and
+// its bytes in hexadecimal (so that a changed value of any type shows).
+std::wstring valueText(DWORD type, const BYTE* data, DWORD length) {
+    if (type == REG_SZ || type == REG_EXPAND_SZ)
+        return std::wstring(reinterpret_cast<const wchar_t*>(data), length / sizeof(wchar_t)).c_str();
+    if (type == REG_DWORD && length == sizeof(DWORD)) return std::to_wstring(*reinterpret_cast<const DWORD*>(data));
+    std::wstring text = L"(type " + std::to_wstring(type) + L")";
+    const wchar_t* digits = L"0123456789abcdef";
+    for (DWORD i = 0; i < length; ++i) text += {L' ', digits[data[i] >> 4], digits[data[i] & 15]};
+    return text;
+}
+
+// Every key and value under `parent`\`path`, named in the snapshot `prefix` followed by their path.
+void snapshotKey(HKEY parent, const std::wstring& path, const std::wstring& prefix, RegistrySnapshot& out) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-    out[path + L"\\"] = L"";  // the key itself
-    wchar_t name[512];
-    BYTE data[4096];
+    out[prefix + path + L"\\"] = L"";  // the key itself
+    // Room for its longest name and its largest value.
+    DWORD longestKey = 0, longestName = 0, largestData = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, &longestKey, nullptr, nullptr, &longestName, &largestData,
+                     nullptr, nullptr);
+    std::vector<wchar_t> name(std::max(longestKey, longestName) + 1);
+    std::vector<BYTE> data(largestData + sizeof(wchar_t));
     for (DWORD i = 0;; ++i) {
-        DWORD nameLength = 512, dataLength = sizeof data, type = 0;
-        if (RegEnumValueW(key, i, name, &nameLength, nullptr, &type, data, &dataLength) != ERROR_SUCCESS) break;
-        std::wstring value = type == REG_SZ ? std::wstring(reinterpret_cast<wchar_t*>(data)) : L"(type " + std::to_wstring(type) + L")";
-        out[path + L"\\[" + name + L"]"] = value;
+        DWORD nameLength = static_cast<DWORD>(name.size()), dataLength = static_cast<DWORD>(data.size()), type = 0;
+        if (RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, data.data(), &dataLength) != ERROR_SUCCESS) break;
+        out[prefix + path + L"\\[" + name.data() + L"]"] = valueText(type, data.data(), dataLength);
     }
     for (DWORD i = 0;; ++i) {
-        DWORD nameLength = 512;
-        if (RegEnumKeyExW(key, i, name, &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-        snapshotKey(parent, path.empty() ? name : path + L"\\" + name, out);
+        DWORD nameLength = static_cast<DWORD>(name.size());
+        if (RegEnumKeyExW(key, i, name.data(), &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+        snapshotKey(parent, path.empty() ? name.data() : path + L"\\" + name.data(), prefix, out);
     }
     RegCloseKey(key);
 }
@@ -32,7 +50,14 @@ std::string ascii(const std::wstring& w) {
 
 RegistrySnapshot snapshotClassesRoot() {
     RegistrySnapshot s;
-    snapshotKey(HKEY_CLASSES_ROOT, L"", s);
+    snapshotKey(HKEY_CLASSES_ROOT, L"", L"", s);
+    return s;
+}
+
+RegistrySnapshot snapshotSoftware() {
+    RegistrySnapshot s;
+    snapshotKey(HKEY_LOCAL_MACHINE, L"Software", L"HKLM\\", s);
+    snapshotKey(HKEY_CURRENT_USER, L"Software", L"HKCU\\", s);
     return s;
 }
 

@@ -1,6 +1,7 @@
-// The whole of HKEY_CLASSES_ROOT as text, for tests that compare what registration and installation
-// write: every key and every value, "Key\\Sub\\" for a key and "Key\\Sub\\[Name]" for a value (the
-// default value is "[]"), mapped to the value's data (REG_SZ as text, other types by number).
+// A part of the registry as text, for tests that compare what registration and installation write:
+// every key and every value, "Key\\Sub\\" for a key and "Key\\Sub\\[Name]" for a value (the default
+// value is "[]"), mapped to the value's data (strings as text, a REG_DWORD in decimal, other types
+// as "(type N)" and their bytes in hexadecimal).
 #pragma once
 
 #include <windows.h>
@@ -11,7 +12,12 @@
 
 using RegistrySnapshot = std::map<std::wstring, std::wstring>;
 
+// The whole of HKEY_CLASSES_ROOT.
 RegistrySnapshot snapshotClassesRoot();
+// HKEY_LOCAL_MACHINE\Software and HKEY_CURRENT_USER\Software alike, their keys named "HKLM\Software\..."
+// and "HKCU\Software\...": where an installer keeps its records of a product (the machine's classes,
+// Software\Classes, are there too).
+RegistrySnapshot snapshotSoftware();
 
 // The entries of `after` that `before` does not have.
 RegistrySnapshot addedEntries(const RegistrySnapshot& before, const RegistrySnapshot& after);

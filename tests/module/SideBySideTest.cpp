@@ -1,15 +1,20 @@
 // Activation without registration under Wine. This program carries an application manifest that
 // depends on the module's assembly; it runs in a folder holding the package's module and assembly
 // manifest, in a prefix where nothing of the module is registered. Each control is created by its
-// ProgID and by its class id, sited in our container and in ATL's AtlAxWin, drawn, heard from, and
-// asked for its type information. The same program linked without its manifest finds no class, no
-// ProgID and no library (tests/module/sxs_test.sh runs both).
+// ProgID and by its class id, sited in our container and in ATL's AtlAxWin and, in each, drawn and
+// heard from; its property page is created by class id and by ProgID, and the control asked for its
+// type information. The assembly manifest names the twelve classes. The same program linked without
+// its manifest finds no class, no ProgID and no library (tests/module/sxs_test.sh runs both).
 #include <gtest/gtest.h>
 #include <windows.h>
 #include <ocidl.h>
 #include <olectl.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,7 +26,8 @@
 
 namespace {
 
-const GUID kLibrary = {0x64000C4D, 0xB3B0, 0x460E, {0x85, 0xBC, 0x05, 0xC9, 0x0B, 0x5A, 0xDC, 0x21}};
+const wchar_t kLibraryId[] = L"{64000C4D-B3B0-460E-85BC-05C90B5ADC21}";
+const GUID kLibrary = guid(kLibraryId);
 
 // What the tests expect of each control beyond its ControlCase: its dispatch interface and the misc
 // status of its content aspect.
@@ -41,6 +47,22 @@ const Expected kExpected[] = {
 const Expected& expectedFor(const ControlCase& c) {
     return *std::find_if(std::begin(kExpected), std::end(kExpected),
                          [&](const Expected& e) { return std::string(e.name) == c.name; });
+}
+
+// The attributes of each element `tag` of an XML text written as the assembly manifest is (every
+// attribute in double quotes), in order.
+using Attributes = std::map<std::string, std::string>;
+std::vector<Attributes> elements(const std::string& xml, const std::string& tag) {
+    std::vector<Attributes> found;
+    const std::regex attribute("([A-Za-z]+)=\"([^\"]*)\"");
+    for (std::size_t at = xml.find("<" + tag + " "); at != std::string::npos; at = xml.find("<" + tag + " ", at + 1)) {
+        const std::string element = xml.substr(at, xml.find('>', at) - at);
+        Attributes attributes;
+        for (std::sregex_iterator a(element.begin(), element.end(), attribute), end; a != end; ++a)
+            attributes[(*a)[1]] = (*a)[2];
+        found.push_back(attributes);
+    }
+    return found;
 }
 
 bool carriesManifest() { return FindResourceW(nullptr, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24)) != nullptr; }
@@ -68,6 +90,31 @@ struct Frame {
     HWND hwnd;
 };
 
+// A user's choice with the Down key on the control's child, heard through the events the host
+// connected: a SelChange among them. The linetype controls first get two rows the host defines; the
+// hatch preview and the layer, without a child, fire no event (their events are only connected).
+void expectAChoiceIsHeard(const ControlCase& c, IDispatch* control, ControlChild& list, EventConnection& connection) {
+    EXPECT_NE(connection.cookie, 0u);
+    if (c.childId == 0) return;
+    ASSERT_NE(list.child, nullptr);
+    if (list.count() == 0) {
+        const std::pair<const wchar_t*, const wchar_t*> rows[] = {{L"DefineLinetypeByLayer", L"ByLayer"},
+                                                                  {L"DefineLinetypeContinuous", L"Continuous"}};
+        for (const auto& [member, row] : rows) {
+            KivVariant name, definition;
+            name.v = textArg(row);
+            definition.v = textArg(L"A,2");
+            EXPECT_EQ(call(control, member, DISPATCH_METHOD, {name.v, definition.v}, nullptr), S_OK);
+        }
+    }
+    ASSERT_GT(list.count(), 1);
+    SetFocus(list.child);
+    list.key(VK_DOWN);
+    const std::vector<std::string>& events = connection.events();
+    EXPECT_TRUE(std::any_of(events.begin(), events.end(), [](const std::string& e) { return e.rfind("SelChange(", 0) == 0; }))
+        << "no SelChange among " << events.size() << " events";
+}
+
 class SideBySide : public ComTest, public ::testing::WithParamInterface<ControlCase> {
 protected:
     const ControlCase& c = GetParam();
@@ -83,7 +130,32 @@ TEST(SideBySideProgram, CarriesItsManifestAndNothingOfTheModuleIsRegistered) {
         EXPECT_FALSE(keyExists(std::wstring(L"CLSID\\") + c.clsid)) << c.name;
         EXPECT_FALSE(keyExists(c.progId)) << c.name;
     }
-    EXPECT_FALSE(keyExists(L"TypeLib\\{64000C4D-B3B0-460E-85BC-05C90B5ADC21}"));
+    EXPECT_FALSE(keyExists(std::wstring(L"TypeLib\\") + kLibraryId));
+}
+
+TEST(SideBySideProgram, TheAssemblyManifestBesideTheModuleListsTheTwelveClassesInTheLibrary) {
+    std::ifstream file(narrow(programFolder() + L"\\KivLorqControls8x64.manifest"), std::ios::binary);
+    const std::string manifest((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const std::vector<Attributes> libraries = elements(manifest, "typelib");
+    ASSERT_EQ(libraries.size(), 1u);
+    Attributes library = libraries[0];
+    EXPECT_EQ(library["tlbid"], narrow(kLibraryId));
+    EXPECT_EQ(library["version"], "1.0");
+    // Each control and each page: its class id with its ProgID, apartment-threaded, in the library.
+    std::map<std::string, std::string> progIds, expected;
+    for (const ControlCase& c : kCases) {
+        expected[narrow(c.clsid)] = narrow(c.progId);
+        expected[narrow(c.page)] = narrow(c.pageProgId);
+    }
+    const std::vector<Attributes> classes = elements(manifest, "comClass");
+    EXPECT_EQ(classes.size(), 12u);
+    for (Attributes a : classes) {
+        SCOPED_TRACE(a["clsid"]);
+        EXPECT_EQ(a["threadingModel"], "Apartment");
+        EXPECT_EQ(a["tlbid"], narrow(kLibraryId));
+        progIds[a["clsid"]] = a["progid"];
+    }
+    EXPECT_EQ(progIds, expected);
 }
 
 TEST_P(SideBySide, CreatedByProgIdAndByClassIdFromTheProgramsFolder) {
@@ -107,47 +179,56 @@ TEST_P(SideBySide, CreatedByProgIdAndByClassIdFromTheProgramsFolder) {
     EXPECT_EQ(status, expectedFor(c).miscStatus);
 }
 
-TEST_P(SideBySide, SitedInOurContainerAndDrawn) {
+TEST_P(SideBySide, SitedInOurContainerDrawnAndItsEventsArrive) {
     Frame frame;
+    const OLE_COLOR back = 0x00E0D0C0;
     for (int byClassId = 0; byClassId < 2; ++byClassId) {
         SCOPED_TRACE(byClassId ? "by class id" : "by ProgID");
         KivControlHost host(frame.hwnd, RECT{10, 10, 170, 50});
+        host.setAmbientColors(back, 0x00203040);
         host.setUserMode(false);
         ASSERT_EQ(byClassId ? host.create(clsid) : host.create(c.progId), S_OK);
         pumpMessages(30);
-        EXPECT_NE(host.window(), nullptr);
-        Canvas canvas(160, 40), expected(160, 40);
+        ASSERT_NE(host.window(), nullptr);
+        Canvas expected(160, 40);
         drawExpectedDesignModeFace(expected, c.designText);
-        ASSERT_EQ(drawThroughViewObject(host.control(), canvas), S_OK);
-        EXPECT_EQ(differingPixels(canvas, expected), 0);
+        EXPECT_EQ(viewDiffersFrom(host.control(), expected), 0) << "design mode";
+        host.setUserMode(true);
+        drawExpectedUserModeFace(expected, c.designText, back);
+        EXPECT_EQ(viewDiffersFrom(host.control(), expected), 0) << "user mode";
+        EventConnection connection;
+        ASSERT_TRUE(connection.connect(host.control(), guid(c.events)));
+        ControlChild list;
+        list.find(host.window(), c.childId);
+        expectAChoiceIsHeard(c, host.dispatch(), list, connection);
+        connection.disconnect();
         host.close();
     }
 }
 
-TEST_P(SideBySide, SitedInAtlAndItsEventsArrive) {
+TEST_P(SideBySide, SitedInAtlDrawnAndItsEventsArrive) {
     for (const wchar_t* name : {c.progId, c.clsid}) {
         SCOPED_TRACE(narrow(name));
         Hosted h(name, guid(c.events), c.childId, 220, 120);
         ASSERT_TRUE(h.active());
-        EXPECT_NE(h.cookie, 0u);  // its events are connected
-        if (c.childId == 0) continue;  // the hatch preview and the layer fire no event
-        ASSERT_NE(h.child, nullptr);
-        if (h.count() == 0) {  // the linetype controls: rows the host defines
-            const std::pair<const wchar_t*, const wchar_t*> rows[] = {{L"DefineLinetypeByLayer", L"ByLayer"},
-                                                                      {L"DefineLinetypeContinuous", L"Continuous"}};
-            for (const auto& [member, row] : rows) {
-                KivVariant name, definition;
-                name.v = textArg(row);
-                definition.v = textArg(L"A,2");
-                EXPECT_EQ(call(h.dispatch.get(), member, DISPATCH_METHOD, {name.v, definition.v}, nullptr), S_OK);
-            }
-        }
-        ASSERT_GT(h.count(), 1);
-        SetFocus(h.child);
-        h.key(VK_DOWN);
-        const std::vector<std::string>& events = h.events();
-        EXPECT_TRUE(std::any_of(events.begin(), events.end(), [](const std::string& e) { return e.rfind("SelChange(", 0) == 0; }))
-            << "no SelChange among " << events.size() << " events";
+        // Wine's AtlAxWin gives its controls no ambient properties (its site has no IDispatch): a
+        // control is in user mode with the window's colours.
+        Canvas expected(160, 40);
+        drawExpectedUserModeFace(expected, c.designText, GetSysColor(COLOR_WINDOW));
+        EXPECT_EQ(viewDiffersFrom(h.control.get(), expected), 0);
+        expectAChoiceIsHeard(c, h.dispatch.get(), h, h.connection);
+    }
+}
+
+TEST_P(SideBySide, ItsPropertyPageByClassIdAndByProgId) {
+    // The page's ProgID, as a control's, maps to an alias the activation context makes for it.
+    CLSID fromProgId{};
+    ASSERT_EQ(CLSIDFromProgID(c.pageProgId, &fromProgId), S_OK);
+    Frame frame;
+    for (const CLSID& id : {guid(c.page), fromProgId}) {
+        KivComPtr<IPropertyPage> page;
+        ASSERT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IPropertyPage, page.putVoid()), S_OK);
+        expectPlaceholderPageObject(page.get(), frame.hwnd, c.pageControl);
     }
 }
 
