@@ -33,7 +33,7 @@ public:
 
     // The child: an owner-drawn drop-down list, identifier 100, with the frame's font, selection-field
     // height and scaled dropped height.
-    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 100,
+    static constexpr KivChildTraits kChild{KivChildKind::ComboBox, KivChildTraits::kDropDownList, 100,
                                          u"KivColorComboBox", true, true, true};
 
     CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog);

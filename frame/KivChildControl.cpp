@@ -10,8 +10,8 @@ constexpr int kDroppedHeight = 140;  // the dropped list, pixels at 96 dpi
 
 void KivChildControl::OnCreate(IKivChildList& child, int clientHeight) {
     m_child.attach(&child);
-    if (m_spec.setsFont) list().setDefaultGuiFont();
-    if (m_spec.setsFieldHeight) list().setItemHeight(-1, clientHeight - CKivDpi::getOwnerDrawComboBoxHeightDiff());
+    if (m_traits.setsFont) list().setDefaultGuiFont();
+    if (m_traits.setsFieldHeight) list().setItemHeight(-1, clientHeight - CKivDpi::getOwnerDrawComboBoxHeightDiff());
     fillChild();
     list().setCurSel(storedSelection());
 }
@@ -24,7 +24,7 @@ void KivChildControl::OnDestroyChild() {
 void KivChildControl::OnSize(int width) {
     if (!m_child.exists()) return;
     list().invalidate(true);
-    list().move(0, 0, width, m_spec.scalesDroppedHeight ? CKivDpi::scale(kDroppedHeight) : kDroppedHeight, true);
+    list().move(0, 0, width, m_traits.scalesDroppedHeight ? CKivDpi::scale(kDroppedHeight) : kDroppedHeight, true);
 }
 
 void KivChildControl::OnSetFocus() {
@@ -38,7 +38,7 @@ void KivChildControl::OnCommand(int notification) {
 }
 
 void KivChildControl::OnDraw(IKivDC& dc, const KivRect& bounds, bool userMode, KivColor ambientBackColor) {
-    KivDrawControlFace(dc, bounds, userMode, KivString(m_spec.designText), ambientBackColor,
+    KivDrawControlFace(dc, bounds, userMode, KivString(m_traits.designText), ambientBackColor,
                        m_child.exists() ? &list() : nullptr);
 }
 

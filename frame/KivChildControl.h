@@ -1,9 +1,9 @@
 // KivChildControl: the common frame of a control that owns one owner-drawn child window (a combo box
 // or a list box) over its whole rectangle. Portable. A control built on it gives only its
 // differences: the child's kind, style, identifier and design-mode text and the few departures of
-// its creation and size (KivChildSpec), how it fills the child and which row it selects, its drawer,
-// and its events. The ActiveX frame (frame/win/KivChildShell) creates the real child window with the
-// spec and forwards the window's messages here.
+// its creation and size (KivChildTraits), how it fills the child and which row it selects, its drawer,
+// and its events. The ActiveX frame (frame/win/KivChildShell) creates the real child window those
+// traits describe and forwards the window's messages here.
 #pragma once
 
 #include "IKivChildList.h"
@@ -15,7 +15,7 @@
 enum class KivChildKind { ComboBox, ListBox };
 
 // What a control's child is and how the frame treats it.
-struct KivChildSpec {
+struct KivChildTraits {
     // The style of every drop-down combo child: WS_CHILD | WS_VISIBLE | WS_VSCROLL |
     // CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | CBS_NOINTEGRALHEIGHT | CBS_DISABLENOSCROLL.
     static constexpr unsigned long kDropDownList = 0x50200E13;
@@ -44,14 +44,14 @@ private:
 
 class KivChildControl : public KivControlCore {
 public:
-    KivChildControl(IKivControlSite& site, const KivChildSpec& spec) : m_site(site), m_spec(spec) {}
+    KivChildControl(IKivControlSite& site, const KivChildTraits& traits) : m_site(site), m_traits(traits) {}
 
-    const KivChildSpec& spec() const { return m_spec; }
+    const KivChildTraits& traits() const { return m_traits; }
     // The child's window, as the drawers reach it.
     const KivChildWindow& child() const { return m_child; }
 
-    // The child window has been created (the spec's style and identifier) over a client rectangle
-    // `clientHeight` pixels high: font and selection-field height as the spec says, the rows, the
+    // The child window has been created (the traits' style and identifier) over a client rectangle
+    // `clientHeight` pixels high: font and selection-field height as the traits say, the rows, the
     // stored selection.
     void OnCreate(IKivChildList& child, int clientHeight = 0);
     // The child window is gone (the control's window is being destroyed).
@@ -90,7 +90,7 @@ protected:
 
 private:
     IKivControlSite& m_site;
-    const KivChildSpec m_spec;
+    const KivChildTraits m_traits;
     KivChildWindow m_child;
     KivDropDownChoice m_choice;
 };

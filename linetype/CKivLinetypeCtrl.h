@@ -10,7 +10,7 @@ class CKivLinetypeCtrl : public KivLinetypeModel {
 public:
     // The child: the colour control's drop-down style under identifier 102, with the frame's font,
     // selection-field height and scaled dropped height.
-    static constexpr KivChildSpec kChild{KivChildKind::ComboBox, KivChildSpec::kDropDownList, 102,
+    static constexpr KivChildTraits kChild{KivChildKind::ComboBox, KivChildTraits::kDropDownList, 102,
                                          u"KivLinetypeComboBox", true, true, true};
 
     explicit CKivLinetypeCtrl(IKivControlSite& site) : KivLinetypeModel(site, kChild, Placement::Sorted) {}

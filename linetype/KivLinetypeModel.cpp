@@ -29,8 +29,8 @@ int fixedRowNamed(const KivString& name) {
 }
 }  // namespace
 
-KivLinetypeModel::KivLinetypeModel(IKivControlSite& site, const KivChildSpec& spec, Placement placement)
-    : KivChildControl(site, spec), m_placement(placement) {
+KivLinetypeModel::KivLinetypeModel(IKivControlSite& site, const KivChildTraits& traits, Placement placement)
+    : KivChildControl(site, traits), m_placement(placement) {
     for (const char16_t* name : kFixedNames) m_items.append(KivLinetypeItem{KivString(name), KivString(kFixedRowDefinition)});
 }
 

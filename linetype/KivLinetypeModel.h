@@ -39,8 +39,8 @@ public:
     static constexpr int kFixedRows = 3;
     static constexpr const char16_t* kFixedRowDefinition = u"A, 12.7";
 
-    // The rows of a control whose child `spec` describes, placed as `placement` says.
-    KivLinetypeModel(IKivControlSite& site, const KivChildSpec& spec, Placement placement);
+    // The rows of a control whose child `traits` describes, placed as `placement` says.
+    KivLinetypeModel(IKivControlSite& site, const KivChildTraits& traits, Placement placement);
 
     // The members both dispatch interfaces have.
     long GetComboIndex() const { return m_currentIndex; }

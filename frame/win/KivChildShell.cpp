@@ -2,13 +2,13 @@
 #include "KivChildShell.h"
 
 void KivChildShell::onCreate(HWND window, const RECT& client) {
-    const KivChildSpec& spec = m_core->spec();
-    HWND child = CreateWindowExW(0, spec.kind == KivChildKind::ComboBox ? L"COMBOBOX" : L"LISTBOX", L"", spec.style,
+    const KivChildTraits& traits = m_core->traits();
+    HWND child = CreateWindowExW(0, traits.kind == KivChildKind::ComboBox ? L"COMBOBOX" : L"LISTBOX", L"", traits.style,
                                  client.left, client.top, client.right - client.left, client.bottom - client.top,
-                                 window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)),
+                                 window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(traits.id)),
                                  kivmodule::instance(), nullptr);
     if (child == nullptr) return;  // refused by the system: the control stays without its list
-    m_child = std::make_unique<KivWin32ChildList>(child, spec.kind);
+    m_child = std::make_unique<KivWin32ChildList>(child, traits.kind);
     m_core->OnCreate(*m_child, client.bottom - client.top);
 }
 
@@ -18,18 +18,18 @@ void KivChildShell::onDestroy() {
 }
 
 void KivChildShell::onCommand(WPARAM wParam, LPARAM) {
-    if (LOWORD(wParam) == m_core->spec().id) m_core->OnCommand(HIWORD(wParam));
+    if (LOWORD(wParam) == m_core->traits().id) m_core->OnCommand(HIWORD(wParam));
 }
 
 bool KivChildShell::onDrawItem(const DRAWITEMSTRUCT& item) {
-    if (static_cast<int>(item.CtlID) != m_core->spec().id) return false;
+    if (static_cast<int>(item.CtlID) != m_core->traits().id) return false;
     KivGdiDC dc(item.hDC);
     m_core->DrawItem(dc, KivFromDRAWITEMSTRUCT(item));
     return true;
 }
 
 bool KivChildShell::onMeasureItem(MEASUREITEMSTRUCT& item) {
-    if (static_cast<int>(item.CtlID) != m_core->spec().id) return false;
+    if (static_cast<int>(item.CtlID) != m_core->traits().id) return false;
     KivMeasureItem measure;
     measure.itemID = static_cast<int>(item.itemID);
     measure.itemHeight = item.itemHeight;

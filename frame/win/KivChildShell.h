@@ -1,5 +1,5 @@
 // KivChildShell: the Win32 shell of every control with one owner-drawn child window. Win32 side.
-// It creates the real combo box or list box the core's KivChildSpec describes over the control's
+// It creates the real combo box or list box the core's KivChildTraits describes over the control's
 // window, and forwards the window's messages to the core: size, focus, Enabled, the child's
 // notifications, owner draw and measure, and OnDraw. A control family gives only its core.
 #pragma once

@@ -33,9 +33,9 @@ TEST_F(ColourCtrl, FieldsAfterConstruction) {
     EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(ctrl.approvalStatusColor, 0x00FFFFFFu);
     EXPECT_EQ(ctrl.displayApprovalStatusColor, 0);
-    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
-    EXPECT_EQ(ctrl.spec().id, 100);
-    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivColorComboBox"));
+    EXPECT_EQ(ctrl.traits().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.traits().id, 100);
+    EXPECT_EQ(KivString(ctrl.traits().designText), KivString(u"KivColorComboBox"));
 }
 
 TEST_F(ColourCtrl, AfterCreationElevenItemsNoSelectionAndNoColour) {

@@ -35,9 +35,9 @@ TEST_F(LinetypeCtrl, ConstructionHoldsTheThreeFixedItemsAndNoDefinitionsYet) {
     EXPECT_EQ(ctrl.GetLinetypeFile(), KivString());
     EXPECT_FALSE(ctrl.droppedDuringChange());
     EXPECT_EQ(ctrl.GetCount(), 0);  // no window, no rows
-    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
-    EXPECT_EQ(ctrl.spec().id, 102);
-    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLinetypeComboBox"));
+    EXPECT_EQ(ctrl.traits().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.traits().id, 102);
+    EXPECT_EQ(KivString(ctrl.traits().designText), KivString(u"KivLinetypeComboBox"));
 }
 
 TEST_F(LinetypeCtrl, CreationSetsFontFieldHeightRowsDefinitionsAndTheStoredSelection) {

@@ -21,9 +21,9 @@ TEST_F(LinetypeListCtrl, CreationSetsTheFontTheRowsAndTheStoredSelectionButNoIte
     for (const std::string& entry : box.log) EXPECT_EQ(entry.find("SetItemHeight"), std::string::npos) << entry;
     EXPECT_EQ(box.texts(), (Texts{"ByLayer", "ByBlock", "Continuous"}));
     EXPECT_EQ(box.selection, 2);
-    EXPECT_EQ(ctrl.spec().style, 0x50200051u);  // no LBS_SORT
-    EXPECT_EQ(ctrl.spec().id, 105);
-    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLinetypeListBox"));
+    EXPECT_EQ(ctrl.traits().style, 0x50200051u);  // no LBS_SORT
+    EXPECT_EQ(ctrl.traits().id, 105);
+    EXPECT_EQ(KivString(ctrl.traits().designText), KivString(u"KivLinetypeListBox"));
 }
 
 TEST_F(LinetypeListCtrl, LoadedAndDefinedRowsKeepTheLoadOrderWithTheirDefinitions) {

@@ -25,9 +25,9 @@ TEST_F(LineweightCtrl, FieldsAfterConstruction) {
     EXPECT_EQ(ctrl.droppedDuringChange(), false);
     EXPECT_EQ(ctrl.lineweights.metric().size(), 27u);
     EXPECT_EQ(ctrl.lineweights.inch().size(), 27u);
-    EXPECT_EQ(ctrl.spec().style, 0x50200E13u);
-    EXPECT_EQ(ctrl.spec().id, 103);
-    EXPECT_EQ(KivString(ctrl.spec().designText), KivString(u"KivLineweightComboBox"));
+    EXPECT_EQ(ctrl.traits().style, 0x50200E13u);
+    EXPECT_EQ(ctrl.traits().id, 103);
+    EXPECT_EQ(KivString(ctrl.traits().designText), KivString(u"KivLineweightComboBox"));
 }
 
 TEST_F(LineweightCtrl, ANewControlShowsTheInchLabelsWithTheirCodesAndNoSelection) {
