@@ -103,8 +103,15 @@ void KivWin32ChildList::setFocus() { SetFocus(m_hwnd); }
 // ---------------------------------------------------------------- strokes
 
 void KivGdiStrokes::setPen(int style, int width) {
+    flush();
+    m_penKnown = true;
     m_penStyle = style;
     m_penWidth = width < 1 ? 1 : width;
+}
+
+void KivGdiStrokes::forgetPen() {
+    flush();
+    m_penKnown = false;
 }
 
 void KivGdiStrokes::learn() {
@@ -126,7 +133,7 @@ void KivGdiStrokes::learn() {
 
 bool KivGdiStrokes::rules(KivStrokeRules& rules) {
     learn();
-    if (!m_pixels) return false;
+    if (!m_pixels || !m_penKnown) return false;
     // A stroke's pixels lie within the box of its ends, widened by the pen (and a pixel for the
     // rounding of a window origin).
     const auto widened = [](long long v) {
@@ -144,7 +151,7 @@ bool KivGdiStrokes::rules(KivStrokeRules& rules) {
 }
 
 bool KivGdiStrokes::visible(const POINT& from, const POINT& to) const {
-    if (!m_pixels) return true;
+    if (!m_pixels || !m_penKnown) return true;
     // A stroke's pixels lie within the box of its ends, widened by the pen.
     const long long margin = m_penWidth + 1;
     const long long minX = std::min<long long>(from.x, to.x) - margin, maxX = std::max<long long>(from.x, to.x) + margin;
@@ -167,7 +174,7 @@ void KivGdiStrokes::moveTo(int x, int y) {
 // drawn into pixels. A two-point polyline is drawn as MoveToEx and LineTo draw it, its end left out
 // (a Windows test compares the two on random strokes); one call then carries many strokes.
 bool KivGdiStrokes::batching() const {
-    return m_pixels && m_copyMode && m_penWidth <= 1 && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
+    return m_pixels && m_penKnown && m_copyMode && m_penWidth <= 1 && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
 }
 
 void KivGdiStrokes::sendBatch() {
@@ -310,7 +317,7 @@ void KivGdiDC::selectPen(const KivPen& pen) {
 void KivGdiDC::restorePen() {
     m_strokes.flush();
     if (!m_pens.empty()) m_pens.pop_back();
-    if (m_pens.empty()) m_strokes.setPen(PS_SOLID, 1);
+    if (m_pens.empty()) m_strokes.forgetPen();
     else m_strokes.setPen(m_pens.back().penStyle, m_pens.back().penWidth);
 }
 void KivGdiDC::selectBrush(const KivBrush& brush) {

@@ -46,7 +46,10 @@ public:
     KivGdiStrokes& operator=(const KivGdiStrokes&) = delete;
     ~KivGdiStrokes() { flush(); }
 
+    // The pen selected through the device context; without one (the DC's own pen, unknown here)
+    // every stroke is sent as it comes.
     void setPen(int style, int width);
+    void forgetPen();
     // What a drawing may leave out on this DC with the pen selected now (IKivDC::strokeRules).
     bool rules(KivStrokeRules& rules);
     void moveTo(int x, int y);
@@ -61,6 +64,7 @@ private:
     static constexpr std::size_t kBatchStrokes = 512;
     HDC m_dc;
     std::vector<POINT> m_batch;  // two points a stroke
+    bool m_penKnown = false;
     int m_penStyle = PS_SOLID;
     int m_penWidth = 1;
     bool m_known = false, m_pixels = false, m_copyMode = false;

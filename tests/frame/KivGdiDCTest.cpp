@@ -132,10 +132,20 @@ TEST(KivGdiDC, OnlyADCDrawnIntoPixelsTellsWhatItsStrokesMayLeaveOut) {
         EXPECT_FALSE(dc.strokeRules(rules));
         RestoreDC(canvas.dc, saved);
     }
+    {
+        KivGdiDC dc(canvas.dc);  // no pen selected through it: the DC's own, which it does not know
+        EXPECT_FALSE(dc.strokeRules(rules));
+        dc.selectPen(KivPen{kiv::kPsSolid, 1, 0});
+        EXPECT_TRUE(dc.strokeRules(rules));
+        dc.restorePen();
+        EXPECT_FALSE(dc.strokeRules(rules));
+    }
     HDC metafile = CreateEnhMetaFileW(canvas.dc, nullptr, nullptr, nullptr);
     {
         KivGdiDC dc(metafile);
+        dc.selectPen(KivPen{kiv::kPsSolid, 1, 0});
         EXPECT_FALSE(dc.strokeRules(rules));
+        dc.restorePen();
     }
     DeleteEnhMetaFile(CloseEnhMetaFile(metafile));
 }
