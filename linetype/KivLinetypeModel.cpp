@@ -164,7 +164,17 @@ void KivLinetypeModel::insertLoadedItem(KivLinetypeItem item) {
 void KivLinetypeModel::defineFixedRow(int row, const KivString& name, const KivString& definition) {
     if (m_items.isValid(row)) m_items[row] = KivLinetypeItem{name, definition};  // in place: nothing to allocate
     list().deleteString(row);
-    list().insertString(row, name);
+    const KivLResult shown = list().insertString(row, name);
+    if (child().exists() && shown != row) {
+        // The child refused the row (no room in its list) or put it elsewhere: the row is taken
+        // back with its item and definition, as any refused row is, so that every later row keeps
+        // its own name and definition.
+        if (shown >= 0) list().deleteString(static_cast<int>(shown));
+        if (m_items.isValid(row)) m_items.removeAt(row);
+        if (m_definitions.isValid(row)) m_definitions.removeAt(row);
+        site().setModifiedFlag(true);
+        return;
+    }
     // Kept: the definition array receives the name, not the definition (unlike DefineLinetype), as
     // in the earlier module; the rows before it are completed first so that entry k stays row k's.
     completeDefinitions(row);

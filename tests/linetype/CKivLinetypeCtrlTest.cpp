@@ -272,6 +272,21 @@ TEST_F(LinetypeCtrl, ARowTheComboRefusesIsTakenBackAndTheRowsAfterItStayInStep) 
     EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A, 12.7", "A,2,-2", "A,1,-1", "A,0,-1"}));
 }
 
+// A fixed row is renamed by taking it out of the child and putting it back: when the child refuses
+// it back, the row is taken out of the model too, and every later row keeps its name and definition.
+TEST_F(LinetypeCtrl, AFixedRowTheComboRefusesBackIsTakenOutOfTheModelToo) {
+    create();
+    ctrl.DefineLinetype(KivString(u"Dashed"), KivString(u"A,1,-1"));
+    ctrl.DefineLinetype(KivString(u"Dot"), KivString(u"A,0,-1"));
+    box.failAddAfter(4);  // once ByBlock is out, there is no room to put it back
+    ctrl.DefineLinetypeByBlock(KivString(u"Block"), KivString(u"A,1"));
+    EXPECT_EQ(box.texts(), (Texts{"ByLayer", "Continuous", "Dashed", "Dot"}));
+    EXPECT_EQ(namesOf(ctrl), box.texts());
+    EXPECT_EQ(definitionsOf(ctrl), (Texts{"A, 12.7", "A, 12.7", "A,1,-1", "A,0,-1"}));
+    keyPick(3);
+    EXPECT_EQ(events(), (Texts{"SelChange(\"Dot\")", "SelAndCloseUp(\"Dot\")"}));
+}
+
 // ---- Unloading ----
 
 TEST_F(LinetypeCtrl, UnloadingTakesTheRowItsDefinitionItemAndSortedName) {
