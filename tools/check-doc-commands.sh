@@ -1,30 +1,38 @@
 #!/usr/bin/env bash
-# Every shell command written in README.md and docs/*.md runs as written, from the repository's root
-# on a Debian machine set up by tools/install-deps.sh:
+# Every shell command written in README.md and docs/*.md runs as written or is checked, from the
+# repository's root on a Debian machine set up by tools/install-deps.sh:
 #   - a ```console block is a session: each "$ " line is run (the blocks of one file in one shell, in
-#     order) and every other line of the block must appear in what they print, in order ("..." stands
-#     for any lines);
+#     order) and must exit with status 0, and every other line of the block must appear in what they
+#     print, in order ("..." stands for any lines). A command whose next line is "$ echo $?" may exit
+#     with another status: the document shows it, and the session compares it;
 #   - a ```sh block and an inline `command` (one whose first word is a program) are checked: the
 #     program exists (a repository script, a program this project builds, or one on the PATH), its
 #     --options are ones it knows, cmake's -D variables and ninja's targets exist, and the files and
 #     folders it names are there;
-#   - a ```bat block is a Windows command: it stays on paper and is only counted.
-# Sessions that call Wine or the cross compiler run in the Windows tree's test, the others in the
-# native tree's.
+#   - an inline command that names a file of the release package (`sha256sum -c SHA256SUMS`) also
+#     runs, as written, in the unpacked package the Windows tree builds (build/win/package);
+#   - a ```bat block, and an inline command of a Windows program (regsvr32, cscript, msiexec, aximp,
+#     or a path such as %SystemRoot%\System32\cscript.exe), is a Windows command: it stays on paper
+#     and is counted, one "paper" line each.
+# Sessions that call Wine or the cross compiler, and the package's commands, run in the Windows
+# tree's test, the others in the native tree's.
 #   check-doc-commands.sh ROOT native   the checks, and the sessions without Wine
 #   check-doc-commands.sh ROOT wine     the sessions with Wine (the private prefix and display must be up)
-# Prints one line per command and exits 1 when one does not run as written.
+# Prints a line per session, package command and Windows command, and exits 1 when a command does
+# not run as written or fails its check.
 set -uo pipefail
 root=$(cd "$1" && pwd)
 mode=$2
 cd "$root" || exit 2
 failed=0
-checked=0 ran=0 paper=0
+checked=0 ran=0 packaged=0 paper=0
 fail() { echo "FAIL $*"; failed=1; }
 
 docs=(README.md docs/*.md)
 # Programs of the other platform: written for Windows, never run here.
-windows_programs=" regsvr32 regsvr32.exe cscript cscript.exe wscript aximp aximp.exe "
+windows_programs=" regsvr32 regsvr32.exe cscript cscript.exe wscript msiexec msiexec.exe aximp aximp.exe "
+# A Windows program named by its path: %SystemRoot%\System32\cscript.exe, C:\Path\To\tool.exe.
+is_windows_path() { [[ "$1" == %*%\\* || "$1" =~ ^[A-Za-z]:\\ ]] && [[ "$1" == *.exe ]]; }
 # Programs this project builds (their options are in tools/NAME/).
 built_programs=" kivdoctor kivdemo mktypelib "
 
@@ -75,9 +83,10 @@ is_program_word() {
   build/*) [[ "$built_programs" == *" $(basename "$w") "* ]]; return ;;
   tools/* | ./tools/* | docs/examples/*) [ -f "$w" ] && [ -x "$w" ]; return ;;
   esac
-  case " cmake ninja ctest wine wineserver winepath optipng git apt-get x86_64-w64-mingw32-g++ x86_64-w64-mingw32-gcc duplicates " in
+  case " cmake ninja ctest wine wineserver winepath optipng git apt-get sha256sum x86_64-w64-mingw32-g++ x86_64-w64-mingw32-gcc duplicates " in
   *" $w "*) return 0 ;;
   esac
+  is_windows_path "$w" && return 0
   [[ "$windows_programs$built_programs" == *" $w "* ]]
 }
 
@@ -96,7 +105,7 @@ check_simple() {
     return 0 ;;
   esac
   if [[ "$windows_programs" == *" $program "* || "$program" == %* || "$program" =~ ^[A-Za-z]:\\ ]]; then
-    paper=$((paper + 1)); return 0
+    paper=$((paper + 1)); echo "paper $where: ${words[*]}"; return 0
   fi
   if [[ "$program" == build/* ]]; then
     local tree=${program#build/}; tree=build/${tree%%/*}
@@ -161,7 +170,7 @@ if [ "$mode" = native ]; then
   while IFS=$'\t' read -r where kind text; do
     case $kind in
     sh | console) check_line "$where" "$text" ;;
-    bat) paper=$((paper + 1)) ;;
+    bat) paper=$((paper + 1)); echo "paper $where: $text" ;;
     inline)
       read -ra words <<< "$text"
       first=${words[0]:-}
@@ -174,30 +183,72 @@ if [ "$mode" = native ]; then
   done <<< "$records"
 fi
 
-# The sessions of this mode: each file's "$ " lines run in one shell, each block's output compared.
-uses_wine() { grep -qE '(^|[ /;(])wine( |$)|x86_64-w64-mingw32-' <<< "$1"; }
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+
+# The inline commands that name a file of the release package run in the package the Windows tree
+# builds, unpacked afresh for each (the README: "sha256sum -c SHA256SUMS in the unpacked folder").
+if [ "$mode" = wine ]; then
+  version=$(sed -nE 's/^project\(KivLorqControls VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
+  zip=build/win/package/KivLorqControls-$version-x64.zip
+  if [ ! -f "$zip" ]; then
+    fail "no package $zip: the Windows tree builds it (ninja -C build/win)"
+  else
+    package_files=$(unzip -Z1 "$zip" | grep -v '/$')
+    while IFS=$'\t' read -r where kind text; do
+      [ "$kind" = inline ] || continue
+      read -ra words <<< "$text"
+      first=${words[0]:-}
+      is_program_word "$first" || continue
+      [[ "$windows_programs" == *" $first "* || "$first" == wine ]] && continue
+      is_windows_path "$first" && continue
+      names_package_file=0
+      for w in "${words[@]:1}"; do grep -qxF -- "$w" <<< "$package_files" && names_package_file=1; done
+      [ $names_package_file = 1 ] || continue
+      unpacked=$work/package
+      rm -rf "$unpacked" && mkdir -p "$unpacked" && unzip -q "$zip" -d "$unpacked"
+      packaged=$((packaged + 1))
+      if output=$(cd "$unpacked" && timeout -k 5 120 bash -c "$text" 2>&1 < /dev/null); then
+        echo "ok   $where: $text, in the unpacked $(basename "$zip")"
+      else
+        fail "$where: $text exited with status $? in the unpacked $(basename "$zip")"
+        sed 's/^/    /' <<< "$output" | head -20
+      fi
+    done <<< "$records"
+  fi
+fi
+
+# The sessions of this mode: each file's "$ " lines run in one shell, each block's output compared.
+# After each command the session notes a status other than 0 ("@@exit STATUS FILE:LINE"), unless the
+# document's next command is "echo $?", which prints it for the comparison.
+uses_wine() { grep -qE '(^|[ /;(])wine( |$)|x86_64-w64-mingw32-' <<< "$1"; }
 for file in "${docs[@]}"; do
   script=$work/session.sh
-  : > "$script"
+  echo 'set -o pipefail' > "$script"
   : > "$work/expected"
-  block=0 commands="" expected=""
+  block=0 commands="" expected="" texts=() places=()
   while IFS=$'\t' read -r where kind text; do
     [[ "$where" == "$file:"* ]] || continue
     case $kind in
-    console) commands+="$text"$'\n' ;;
+    console) commands+="$text"$'\n'; texts+=("$text"); places+=("$where") ;;
     out) expected+="$text"$'\n' ;;
     end)
       if [ -n "$commands" ]; then
         want=native; uses_wine "$commands" && want=wine
         if [ "$want" = "$mode" ]; then
           block=$((block + 1))
-          { echo "echo '@@block $block $where'"; printf '%s' "$commands"; } >> "$script"
+          {
+            echo "echo '@@block $block $where'"
+            for ((k = 0; k < ${#texts[@]}; k++)); do
+              printf '%s\n' "${texts[k]}"
+              [ "${texts[k + 1]:-}" = 'echo $?' ] ||
+                printf '__kiv_status=$?; [ $__kiv_status -eq 0 ] || echo "@@exit $__kiv_status %s"\n' "${places[k]}"
+            done
+          } >> "$script"
           printf '@@block %d %s\n%s' "$block" "$where" "$expected" >> "$work/expected"
         fi
       fi
-      commands="" expected="" ;;
+      commands="" expected="" texts=() places=() ;;
     esac
   done <<< "$records"
   [ $block -gt 0 ] || continue
@@ -214,7 +265,11 @@ for file in "${docs[@]}"; do
       { while (i < n && got[++i] != $0) {} if (got[i] != $0) { print; exit } }
     ' "$work/got" "$work/want")
     ran=$((ran + 1))
-    if [ -n "$missing" ]; then
+    exits=$(sed -n 's/^@@exit \([0-9]*\) \(.*\)/\2: the command exited with status \1/p' "$work/got")
+    if [ -n "$exits" ]; then
+      while read -r line; do fail "$line"; done <<< "$exits"
+      sed 's/^/    /' "$work/got" | head -40
+    elif [ -n "$missing" ]; then
       fail "$where: the session did not print: $missing"
       sed 's/^/    /' "$work/got" | head -40
     else
@@ -223,5 +278,5 @@ for file in "${docs[@]}"; do
   done
 done
 
-echo "check-doc-commands ($mode): $checked checked, $ran sessions run, $paper Windows commands on paper"
+echo "check-doc-commands ($mode): $checked checked, $ran sessions run, $packaged run in the package, $paper Windows commands on paper"
 exit $failed

@@ -16,6 +16,12 @@ using AtlAxGetControlFn = HRESULT(WINAPI*)(HWND, IUnknown**);
 
 const DISPID kGetSelColorIndex = 5, kSetSelColorIndex = 6;  // _DKivColor
 
+// The frame window: closing it ends the message loop.
+LRESULT CALLBACK frameProc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
+    if (msg == WM_DESTROY) PostQuitMessage(0);
+    return DefWindowProcW(hwnd, msg, w, l);
+}
+
 int wmain(int argc, wchar_t** argv) {
     const bool choose = argc > 1 && std::wcscmp(argv[1], L"--choose") == 0;
     if (FAILED(OleInitialize(nullptr))) return 1;
@@ -26,8 +32,15 @@ int wmain(int argc, wchar_t** argv) {
         std::printf("atl.dll has no AtlAxWin\n");
         return 1;
     }
-    HWND frame = CreateWindowExW(0, L"STATIC", L"ATL container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 260, 240,
-                                 nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = frameProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    wc.lpszClassName = L"AtlContainer";
+    RegisterClassW(&wc);
+    HWND frame = CreateWindowExW(0, L"AtlContainer", L"ATL container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 260, 240,
+                                 nullptr, nullptr, wc.hInstance, nullptr);
     HWND host = CreateWindowExW(0, L"AtlAxWin", L"KIVLORQCONTROLS.KivColorCtrl.1", WS_CHILD | WS_VISIBLE, 12, 12, 220, 21,
                                 frame, nullptr, GetModuleHandleW(nullptr), nullptr);
     IUnknown* control = nullptr;
@@ -57,8 +70,8 @@ int wmain(int argc, wchar_t** argv) {
         colour->Invoke(kGetSelColorIndex, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, &index, nullptr, nullptr);
         std::printf("after the choice, GetSelColorIndex: %d\n", V_I2(&index));
     } else {
-        MSG msg;  // until the window is closed
-        while (IsWindow(frame) && GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        MSG msg;  // until the window is closed: its WM_DESTROY posts WM_QUIT
+        while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
             TranslateMessage(&msg);
             DispatchMessageW(&msg);
         }

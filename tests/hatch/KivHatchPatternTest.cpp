@@ -131,6 +131,23 @@ TEST(KivHatchPattern, AMissingFileEmptiesTheList) {
     EXPECT_EQ(families.getLogicalLength(), 0);
 }
 
+TEST(KivHatchPattern, APathWithAParenthesisSplitsThereAndLoadsNothing) {
+    // The split is at the first "(" and the first ")", wherever they are: a folder such as
+    // "Program Files (x86)" gives the path before it and "x86" as the name.
+    KivPatternName s = KivSplitPattern(KivString(u"C:\\Program Files (x86)\\cad\\acad.pat(ANSI31)"));
+    EXPECT_EQ(s.path, KivString(u"C:\\Program Files "));
+    EXPECT_EQ(s.name, KivString(u"x86"));
+    // The same file loads under a name without a parenthesis, and nothing under one with "(x86)":
+    // the preview is left blank.
+    TempFile plain(kTwoPatterns, "two.pat");
+    TempFile file(kTwoPatterns, "two (x86).pat");
+    KivArray<HatchLineFamily> families;
+    LoadPattern(patternOf(plain, u"ANSI31"), families);
+    EXPECT_EQ(families.getLogicalLength(), 1);
+    LoadPattern(patternOf(file, u"ANSI31"), families);
+    EXPECT_EQ(families.getLogicalLength(), 0);
+}
+
 TEST(KivHatchPattern, AHeaderAtTheFirstCharacterIsNotFound) {
     TempFile file("*ANSI31,ANSI Iron\n45, 0,0, 0,.125\n", "first.pat");
     KivArray<HatchLineFamily> families;

@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <ostream>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ContainerHost.h"
@@ -52,6 +54,36 @@ bool isDirty(IUnknown* control) {
     KivComPtr<IPersistStreamInit> persist;
     control->QueryInterface(IID_IPersistStreamInit, persist.putVoid());
     return persist && persist->IsDirty() == S_OK;
+}
+
+// ---- What a control asks of its container
+
+// An interface's name, for the interfaces a control could ask a container's objects for; others by
+// their IID.
+std::string interfaceName(REFIID riid) {
+    static const std::pair<const IID*, const char*> known[] = {
+        {&IID_IUnknown, "IUnknown"},
+        {&IID_IOleClientSite, "IOleClientSite"},
+        {&IID_IOleWindow, "IOleWindow"},
+        {&IID_IOleInPlaceSite, "IOleInPlaceSite"},
+        {&IID_IOleInPlaceSiteEx, "IOleInPlaceSiteEx"},
+        {&IID_IOleInPlaceSiteWindowless, "IOleInPlaceSiteWindowless"},
+        {&IID_IOleControlSite, "IOleControlSite"},
+        {&IID_IOleInPlaceUIWindow, "IOleInPlaceUIWindow"},
+        {&IID_IOleInPlaceFrame, "IOleInPlaceFrame"},
+        {&IID_IOleContainer, "IOleContainer"},
+        {&IID_IDispatch, "IDispatch"},
+        {&IID_IServiceProvider, "IServiceProvider"},
+        {&IID_IAdviseSink, "IAdviseSink"},
+        {&IID_ISimpleFrameSite, "ISimpleFrameSite"},
+        {&IID_IPropertyNotifySink, "IPropertyNotifySink"},
+        {&IID_IMarshal, "IMarshal"},
+    };
+    for (const auto& [iid, name] : known)
+        if (IsEqualIID(riid, *iid)) return name;
+    wchar_t text[40] = {};
+    StringFromGUID2(riid, text, 40);
+    return narrow(text);
 }
 
 class Module : public ComTest, public ::testing::WithParamInterface<ControlCase> {
@@ -267,6 +299,68 @@ TEST_P(Module, ItsPageInThePropertyFrameChangesNothingOnOkOrCancel) {
     CoTaskMemFree(pages.pElems);
     specify.reset();
     host.close();
+}
+
+// Every interface a control asks its site for (the client site, which is also the in-place frame it
+// is given, and offers IOleControlSite too), through its whole life in our container: created,
+// sited, initialised, activated in place and for the user, used (its events connected, a key on its
+// list, Enabled, an ambient change, drawn, moved, saved, changed again), deactivated, closed with
+// OLECLOSE_SAVEIFDIRTY and unsited. Only the in-place site and the ambient properties' IDispatch:
+// never IOleControlSite, IOleInPlaceFrame, IOleInPlaceUIWindow or IOleContainer (GetContainer).
+TEST_P(Module, AsksItsSiteOnlyForTheInPlaceSiteAndTheAmbientDispatch) {
+    Dialog dialog;
+    const bool list = c.childClass != nullptr && std::wstring(c.childClass) == L"ListBox";
+    RECT rect{10, 10, 230, list ? 150 : 31};
+    KivControlHost host(dialog.hwnd, rect);
+    ASSERT_EQ(host.create(clsid), S_OK);
+    KivComPtr<IOleObject> object;
+    ASSERT_EQ(host.control()->QueryInterface(IID_IOleObject, object.putVoid()), S_OK);
+    ASSERT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, nullptr, 0, dialog.hwnd, &rect), S_OK);
+    pumpMessages(50);
+    HWND window = host.window();
+    ASSERT_NE(window, nullptr);
+
+    EventConnection events;
+    events.connect(host.control(), guid(c.events));
+    const auto userKey = [&] {
+        if (c.childId == 0) return;
+        HWND child = GetDlgItem(window, c.childId);
+        ASSERT_NE(child, nullptr);
+        SetFocus(child);
+        SendMessageW(child, WM_KEYDOWN, VK_DOWN, 0);
+        SendMessageW(child, WM_KEYUP, VK_DOWN, 0xC0000000);
+        pumpMessages(30);
+    };
+    userKey();
+    if (c.childId != 0) {
+        EXPECT_FALSE(events.events().empty()) << "the key made no choice";
+    }
+    if (c.hasEnabled) {
+        EXPECT_EQ(put(host.dispatch(), L"Enabled", boolArg(false)), S_OK);
+        EXPECT_EQ(put(host.dispatch(), L"Enabled", boolArg(true)), S_OK);
+    }
+    host.setAmbientColors(0x00E0D0C0, 0x00203040);  // the control is told they changed
+    pumpMessages(30);
+    Canvas canvas(220, 21);
+    EXPECT_EQ(drawThroughViewObject(host.control(), canvas), S_OK);
+    rect = RECT{20, 20, 240, rect.bottom + 10};
+    host.move(rect);
+    pumpMessages(30);
+    EXPECT_FALSE(host.save().empty());
+    userKey();  // modified again: closing asks the site to save
+
+    KivComPtr<IOleInPlaceObject> inPlace;
+    ASSERT_EQ(host.control()->QueryInterface(IID_IOleInPlaceObject, inPlace.putVoid()), S_OK);
+    EXPECT_EQ(inPlace->UIDeactivate(), S_OK);
+    EXPECT_EQ(inPlace->InPlaceDeactivate(), S_OK);
+    EXPECT_EQ(object->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+    inPlace.reset();
+    object.reset();
+    events.disconnect();
+    host.close();  // unsited and released
+    std::set<std::string> asked;
+    for (const IID& iid : host.askedOfItsSite()) asked.insert(interfaceName(iid));
+    EXPECT_EQ(asked, (std::set<std::string>{"IOleInPlaceSite", "IDispatch"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryControl, Module, ::testing::ValuesIn(kCases),

@@ -35,4 +35,7 @@ done
 # The controls without a list are pictured at their size in the dialog.
 check "$out/pictures/hatch.png" "$(scaled 208)x$(scaled 130)"
 check "$out/pictures/layer.png" "$(scaled 208)x$(scaled 130)"
+# The linetype list is as high as the list box it moves to the scaled 140 pixels (280 at 192 dpi):
+# the hosting guide's "as the demo does".
+check "$out/pictures/linetype-list.png" "$(scaled 232)x$(scaled 140)"
 exit $failed

@@ -8,10 +8,11 @@
 class KivControlSite final
     : public KivRefCounted<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame, IOleControlSite, KivDispatchWithoutTypes> {
 public:
-    KivControlSite(HWND parent, const RECT& rect) : m_parent(parent), m_rect(rect) {}
+    KivControlSite(HWND parent, const RECT& rect, std::vector<IID>& asked) : m_parent(parent), m_rect(rect), m_asked(asked) {}
 
     // IUnknown
     STDMETHODIMP QueryInterface(REFIID riid, void** out) override {
+        m_asked.push_back(riid);
         if (out == nullptr) return E_POINTER;
         if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IOleClientSite)) *out = static_cast<IOleClientSite*>(this);
         else if (IsEqualIID(riid, IID_IOleWindow) || IsEqualIID(riid, IID_IOleInPlaceSite)) *out = static_cast<IOleInPlaceSite*>(this);
@@ -33,6 +34,7 @@ public:
         return E_NOTIMPL;  // no linking
     }
     STDMETHODIMP GetContainer(IOleContainer** c) override {
+        m_asked.push_back(IID_IOleContainer);
         if (c != nullptr) *c = nullptr;
         return E_NOINTERFACE;
     }
@@ -134,6 +136,7 @@ public:
 private:
     HWND m_parent;
     RECT m_rect;
+    std::vector<IID>& m_asked;  // the host's record, which outlives the site
 };
 
 // ---- KivControlHost
@@ -152,7 +155,8 @@ HRESULT KivControlHost::create(const CLSID& clsid, const std::vector<BYTE>* save
     close();
     HRESULT hr = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject, m_object.putVoid());
     if (FAILED(hr)) return hr;
-    m_site = new KivControlSite(m_parent, m_rect);
+    m_asked.clear();
+    m_site = new KivControlSite(m_parent, m_rect, m_asked);
     m_site->userMode = m_userMode;
     m_site->backColor = m_backColor;
     m_site->foreColor = m_foreColor;

@@ -2,7 +2,8 @@
 // application's dialog provides it. It creates a control by class id or ProgID, gives it its client
 // site first (the controls ask for it), initialises it new or from saved bytes, activates it in place
 // in a rectangle of the parent, answers the ambient properties (UserMode, BackColor, ForeColor), moves
-// it, saves it, and closes it. Win32 side. The demo and the container tests use it.
+// it, saves it, and closes it, and records what the control asked its site for. Win32 side. The demo
+// and the container tests use it.
 #pragma once
 
 #include <windows.h>
@@ -38,6 +39,11 @@ public:
     // Deactivates, closes and releases the control.
     void close();
 
+    // Every interface the control has asked its site for since `create`, in order: QueryInterface on
+    // the client site (which is also the in-place frame it is given), and GetContainer as
+    // IID_IOleContainer. Kept after `close`.
+    const std::vector<IID>& askedOfItsSite() const { return m_asked; }
+
     IDispatch* dispatch() const { return m_dispatch.get(); }
     IUnknown* control() const { return m_object.get(); }
     HWND window() const;  // the control's own window, once active
@@ -47,6 +53,7 @@ private:
     HWND m_parent;
     RECT m_rect;
     KivControlSite* m_site = nullptr;
+    std::vector<IID> m_asked;
     bool m_userMode = true;
     OLE_COLOR m_backColor = 0x80000000 | COLOR_BTNFACE;
     OLE_COLOR m_foreColor = 0x80000000 | COLOR_BTNTEXT;
