@@ -103,16 +103,12 @@ void KivWin32ChildList::setFocus() { SetFocus(m_hwnd); }
 // ---------------------------------------------------------------- strokes
 
 void KivGdiStrokes::setPen(int style, int width) {
-    flush();
     m_penKnown = true;
     m_penStyle = style;
     m_penWidth = width < 1 ? 1 : width;
 }
 
-void KivGdiStrokes::forgetPen() {
-    flush();
-    m_penKnown = false;
-}
+void KivGdiStrokes::forgetPen() { m_penKnown = false; }
 
 void KivGdiStrokes::learn() {
     if (m_known) return;
@@ -131,20 +127,26 @@ void KivGdiStrokes::learn() {
     if (kind == NULLREGION) m_clip = RECT{0, 0, 0, 0};
 }
 
+// A stroke's pixels lie within the box of its ends, widened by the pen (and a pixel for the rounding
+// of a window origin): a stroke whose two ends lie beyond one edge of the clip box widened so much
+// changes no pixel.
+KivGdiStrokes::Reach KivGdiStrokes::reach() const {
+    const long long margin = m_penWidth + 1;
+    return Reach{m_clip.left - margin, m_clip.top - margin, m_clip.right + margin, m_clip.bottom + margin};
+}
+
+// A pen that sets every pixel of its line to its colour: the same line drawn again, or the lines in
+// another order, set the same pixels (a styled pen carries its dashes on from line to line).
+bool KivGdiStrokes::solidPen() const { return m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME; }
+
 bool KivGdiStrokes::rules(KivStrokeRules& rules) {
     learn();
     if (!m_pixels || !m_penKnown) return false;
-    // A stroke's pixels lie within the box of its ends, widened by the pen (and a pixel for the
-    // rounding of a window origin).
-    const auto widened = [](long long v) {
-        return static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, v)));
-    };
-    const long long margin = m_penWidth + 1;
-    rules.box = KivRect{widened(m_clip.left - margin), widened(m_clip.top - margin), widened(m_clip.right + margin),
-                        widened(m_clip.bottom + margin)};
-    // Drawing the same line again sets the same pixels to the same colour only with a solid pen in
-    // the copy mode (XOR and the other mixes change them again; a styled pen carries its dashes on).
-    rules.repeatsChangeNothing = m_copyMode && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
+    const auto clamped = [](long long v) { return static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, v))); };
+    const Reach r = reach();
+    rules.box = KivRect{clamped(r.left), clamped(r.top), clamped(r.right), clamped(r.bottom)};
+    // XOR and the other mixes change the pixels of a repeat again.
+    rules.repeatsChangeNothing = m_copyMode && solidPen();
     // A one-pixel line is drawn up to, not including, its end: from a point to itself, nothing.
     rules.emptyStrokesChangeNothing = m_penWidth <= 1;
     return true;
@@ -152,11 +154,9 @@ bool KivGdiStrokes::rules(KivStrokeRules& rules) {
 
 bool KivGdiStrokes::visible(const POINT& from, const POINT& to) const {
     if (!m_pixels || !m_penKnown) return true;
-    // A stroke's pixels lie within the box of its ends, widened by the pen.
-    const long long margin = m_penWidth + 1;
-    const long long minX = std::min<long long>(from.x, to.x) - margin, maxX = std::max<long long>(from.x, to.x) + margin;
-    const long long minY = std::min<long long>(from.y, to.y) - margin, maxY = std::max<long long>(from.y, to.y) + margin;
-    return maxX >= m_clip.left && minX < m_clip.right && maxY >= m_clip.top && minY < m_clip.bottom;
+    const Reach r = reach();
+    return !((from.x < r.left && to.x < r.left) || (from.x >= r.right && to.x >= r.right) || (from.y < r.top && to.y < r.top) ||
+             (from.y >= r.bottom && to.y >= r.bottom));
 }
 
 void KivGdiStrokes::moveTo(int x, int y) {
@@ -174,7 +174,7 @@ void KivGdiStrokes::moveTo(int x, int y) {
 // drawn into pixels. A two-point polyline is drawn as MoveToEx and LineTo draw it, its end left out
 // (a Windows test compares the two on random strokes); one call then carries many strokes.
 bool KivGdiStrokes::batching() const {
-    return m_pixels && m_penKnown && m_copyMode && m_penWidth <= 1 && (m_penStyle == PS_SOLID || m_penStyle == PS_INSIDEFRAME);
+    return m_pixels && m_penKnown && m_copyMode && m_penWidth <= 1 && solidPen();
 }
 
 void KivGdiStrokes::sendBatch() {

@@ -46,8 +46,9 @@ public:
     KivGdiStrokes& operator=(const KivGdiStrokes&) = delete;
     ~KivGdiStrokes() { flush(); }
 
-    // The pen selected through the device context; without one (the DC's own pen, unknown here)
-    // every stroke is sent as it comes.
+    // The pen selected through the device context, told after the strokes drawn with the one
+    // before were flushed; without one (the DC's own pen, unknown here) every stroke is sent as it
+    // comes.
     void setPen(int style, int width);
     void forgetPen();
     // What a drawing may leave out on this DC with the pen selected now (IKivDC::strokeRules).
@@ -58,6 +59,11 @@ public:
 
 private:
     void learn();  // once: whether GDI draws this DC's strokes into pixels, and its clip box
+    struct Reach {
+        long long left, top, right, bottom;
+    };
+    Reach reach() const;  // the clip box widened by the pen: no stroke beyond one of its edges shows
+    bool solidPen() const;
     bool visible(const POINT& from, const POINT& to) const;
     bool batching() const;
     void sendBatch();
