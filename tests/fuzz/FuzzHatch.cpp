@@ -14,6 +14,7 @@
 #include "CKivHatchCtrl.h"
 #include "CountingDC.h"
 #include "FuzzSupport.h"
+#include "EveryStrokeRasterDC.h"
 #include "KivRasterDC.h"
 #include "RecordingSite.h"
 
@@ -22,13 +23,6 @@ namespace {
 // A budget far below a real paint's, so that a run spends its time on many inputs rather than on a
 // few dense ones; the guard's logic is the same for any budget.
 constexpr long long kBudget = 1 << 11;
-
-// A raster device that answers no stroke rules: it is sent every stroke.
-class EveryStrokeRasterDC : public KivRasterDC {
-public:
-    using KivRasterDC::KivRasterDC;
-    bool strokeRules(KivStrokeRules&) override { return false; }
-};
 
 void paint(CKivHatchCtrl& ctrl, const KivRect& rect, bool comparePixels) {
     CountingDC dc;

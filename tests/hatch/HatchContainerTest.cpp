@@ -19,6 +19,7 @@
 #include "KivHatchPattern.h"
 #include "LiteralHatch.h"
 #include "PngWriter.h"
+#include "StrokeLog.h"
 #include "TestFiles.h"
 
 namespace {
@@ -381,14 +382,6 @@ TEST_F(HatchContainer, TheControlsPixelsAreThoseOfOneGdiCallPerStroke) {
 }
 
 namespace {
-// The strokes a drawing sends, in order, as a metafile records them.
-class StrokeLog : public CountingDC {
-public:
-    void moveTo(int x, int y) override { strokes.push_back(RecordedStroke{'M', x, y}); }
-    void lineTo(int x, int y) override { strokes.push_back(RecordedStroke{'L', x, y}); }
-    std::vector<RecordedStroke> strokes;
-};
-
 KivComPtr<IDispatch> previewOf(const std::wstring& pattern, double zoom) {
     KivComPtr<IDispatch> control = newControl(kHatchClsid);
     put(control.get(), L"Pattern", textArg(pattern.c_str()));
@@ -500,8 +493,8 @@ TEST_F(HatchContainer, AMetafileOfThePreviewRecordsEveryStrokeInOrder) {
         KivHatchStyle style;
         style.zoomFactor = 0.1;
         DrawHatch(drawing, KivRect{0, 0, 150, 100}, families, dashes, style);
-        EXPECT_GT(drawing.strokes.size(), 10000u);
-        EXPECT_EQ(recorded.size(), drawing.strokes.size());
-        EXPECT_TRUE(recorded == drawing.strokes);
+        EXPECT_GT(drawing.sent.size(), 10000u);
+        EXPECT_EQ(recorded.size(), drawing.sent.size());
+        EXPECT_TRUE(recorded == drawing.sent);
     }
 }

@@ -13,51 +13,17 @@
 #include <vector>
 
 #include "CountingDC.h"
+#include "EveryStrokeRasterDC.h"
 #include "KivHatchDrawing.h"
 #include "KivRasterDC.h"
 #include "LiteralHatch.h"
 #include "RecordingDC.h"
+#include "StrokeLog.h"
 
 namespace {
 
 constexpr KivColor kPen = 0x00000080;  // COLORREF: dark red
 constexpr std::uint32_t kPenPixel = 0x00800000;  // the same as a raster pixel (0x00RRGGBB)
-
-// A raster device that answers no stroke rules: it is sent every stroke, as a metafile would be.
-class EveryStrokeRasterDC : public KivRasterDC {
-public:
-    using KivRasterDC::KivRasterDC;
-    bool strokeRules(KivStrokeRules&) override { return false; }
-};
-
-// The strokes a device is sent, as (kind, x, y) in order; a device that answers the rules given.
-class StrokeLog : public CountingDC {
-public:
-    StrokeLog() = default;
-    explicit StrokeLog(const KivStrokeRules& rules) : m_ruled(true), m_rules(rules) {}
-    bool strokeRules(KivStrokeRules& rules) override {
-        rules = m_rules;
-        return m_ruled;
-    }
-    void moveTo(int x, int y) override {
-        CountingDC::moveTo(x, y);
-        sent.push_back({'M', x, y});
-    }
-    void lineTo(int x, int y) override {
-        CountingDC::lineTo(x, y);
-        sent.push_back({'L', x, y});
-    }
-    struct Stroke {
-        char kind;
-        int x, y;
-        bool operator==(const Stroke& o) const { return kind == o.kind && x == o.x && y == o.y; }
-    };
-    std::vector<Stroke> sent;
-
-private:
-    bool m_ruled = false;
-    KivStrokeRules m_rules;
-};
 
 // The strokes a device is sent, kept as their number and a digest of their kinds and points in
 // order: for drawings of millions of strokes.
@@ -79,10 +45,10 @@ private:
 
 // The LineTos of a sequence as segments (from where the position stood), in order.
 using Segment = std::tuple<int, int, int, int>;
-std::vector<Segment> segments(const std::vector<StrokeLog::Stroke>& strokes) {
+std::vector<Segment> segments(const std::vector<RecordedStroke>& strokes) {
     std::vector<Segment> out;
     int x = 0, y = 0;
-    for (const StrokeLog::Stroke& s : strokes) {
+    for (const RecordedStroke& s : strokes) {
         if (s.kind == 'L') out.emplace_back(x, y, s.x, s.y);
         x = s.x;
         y = s.y;

@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "CountingDC.h"
+#include "EveryStrokeRasterDC.h"
 #include "KivHatchDrawing.h"
 #include "KivHatchPattern.h"
 #include "KivRasterDC.h"
@@ -136,11 +137,6 @@ TEST(RealPatternFiles, OpenedUpEveryPatternIsFoundAndLoadsWhatItsLinesHold) {
 // pattern, opened up, at each zoom the benchmark paints, in millimetres and inches, gives the pixels,
 // the stroke count and the guard's verdict of the same drawing with every stroke sent.
 TEST(RealPatternFiles, OnARasterDeviceTheStrokesLeftOutChangeNoPixel) {
-    class EveryStrokeRasterDC : public KivRasterDC {
-    public:
-        using KivRasterDC::KivRasterDC;
-        bool strokeRules(KivStrokeRules&) override { return false; }
-    };
     int compared = 0;
     long long strokes = 0;
     for (const std::string& file : sharedDataFiles("pat")) {

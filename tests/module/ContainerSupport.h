@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "KivCom.h"
+#include "StrokeLog.h"
 
 // Processes the thread's pending messages for about `ms` milliseconds.
 void pumpMessages(DWORD ms = 50);
@@ -85,11 +86,6 @@ private:
 long gdiObjects();
 
 // The MoveToEx and LineTo records of an enhanced metafile, in order: 'M' or 'L' and the point.
-struct RecordedStroke {
-    char kind;
-    int x, y;
-    bool operator==(const RecordedStroke& o) const { return kind == o.kind && x == o.x && y == o.y; }
-};
 std::vector<RecordedStroke> metafileStrokes(HENHMETAFILE metafile);
 
 // Text of a window.
