@@ -34,7 +34,7 @@ public:
     // The child: an owner-drawn drop-down list, identifier 100, with the frame's font, selection-field
     // height and scaled dropped height.
     static constexpr KivChildTraits kChild{KivChildKind::ComboBox, KivChildTraits::kDropDownList, 100,
-                                         u"KivColorComboBox", true, true, true};
+                                           u"KivColorComboBox", true, true, true};
 
     CKivColorCtrl(IKivControlSite& site, IKivColorDialog& colorDialog);
 

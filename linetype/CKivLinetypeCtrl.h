@@ -11,7 +11,7 @@ public:
     // The child: the colour control's drop-down style under identifier 102, with the frame's font,
     // selection-field height and scaled dropped height.
     static constexpr KivChildTraits kChild{KivChildKind::ComboBox, KivChildTraits::kDropDownList, 102,
-                                         u"KivLinetypeComboBox", true, true, true};
+                                           u"KivLinetypeComboBox", true, true, true};
 
     explicit CKivLinetypeCtrl(IKivControlSite& site) : KivLinetypeModel(site, kChild, Placement::Sorted) {}
 

@@ -13,9 +13,9 @@ public:
     // The child: a list box without LBS_SORT (the rows keep the model's order), identifier 105, with
     // the frame's font but no item height (its font's default) and the scaled dropped height.
     static constexpr KivChildTraits kChild{KivChildKind::ListBox,
-                                         0x50200051,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|LBS_NOTIFY|
-                                                      // LBS_OWNERDRAWFIXED|LBS_HASSTRINGS
-                                         105, u"KivLinetypeListBox", true, false, true};
+                                           0x50200051,  // WS_CHILD|WS_VISIBLE|WS_VSCROLL|LBS_NOTIFY|
+                                                        // LBS_OWNERDRAWFIXED|LBS_HASSTRINGS
+                                           105, u"KivLinetypeListBox", true, false, true};
 
     explicit CKivLinetypeListCtrl(IKivControlSite& site) : KivLinetypeModel(site, kChild, Placement::Appended) {}
 

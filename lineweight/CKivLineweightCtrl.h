@@ -21,7 +21,7 @@ public:
     // The child: the same drop-down owner-drawn style as the other combos, under its own identifier,
     // with neither font nor selection-field height set and a dropped height not scaled.
     static constexpr KivChildTraits kChild{KivChildKind::ComboBox, KivChildTraits::kDropDownList, 103,
-                                         u"KivLineweightComboBox", false, false, false};
+                                           u"KivLineweightComboBox", false, false, false};
     // GetCurrentItemLineWeight with no selection. It is also ByLayer's code: a host that needs to
     // tell the two apart reads the selection's text with GetItemText.
     static constexpr long kNoSelection = -1;
