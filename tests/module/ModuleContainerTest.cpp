@@ -322,14 +322,13 @@ TEST_P(Module, AsksItsSiteOnlyForTheInPlaceSiteAndTheAmbientDispatch) {
 
     EventConnection events;
     events.connect(host.control(), guid(c.events));
+    ControlChild child;
+    child.find(window, c.childId);
     const auto userKey = [&] {
         if (c.childId == 0) return;
-        HWND child = GetDlgItem(window, c.childId);
-        ASSERT_NE(child, nullptr);
-        SetFocus(child);
-        SendMessageW(child, WM_KEYDOWN, VK_DOWN, 0);
-        SendMessageW(child, WM_KEYUP, VK_DOWN, 0xC0000000);
-        pumpMessages(30);
+        ASSERT_NE(child.child, nullptr);
+        SetFocus(child.child);
+        child.key(VK_DOWN);
     };
     userKey();
     if (c.childId != 0) {
