@@ -33,6 +33,9 @@ docs=(README.md docs/*.md)
 windows_programs=" regsvr32 regsvr32.exe cscript cscript.exe wscript msiexec msiexec.exe aximp aximp.exe "
 # A Windows program named by its path: %SystemRoot%\System32\cscript.exe, C:\Path\To\tool.exe.
 is_windows_path() { [[ "$1" == %*%\\* || "$1" =~ ^[A-Za-z]:\\ ]] && [[ "$1" == *.exe ]]; }
+# A command's first word that makes it a Windows command, kept on paper: a Windows program, or a
+# word that begins as a Windows path does.
+is_windows_command() { [[ "$windows_programs" == *" $1 "* || "$1" == %* || "$1" =~ ^[A-Za-z]:\\ ]]; }
 # Programs this project builds (their options are in tools/NAME/).
 built_programs=" kivdoctor kivdemo mktypelib "
 
@@ -104,7 +107,7 @@ check_simple() {
     [ -z "$dir" ] || [[ "$dir" == build/* ]] || [ -d "$dir" ] || fail "$where: no folder $dir"
     return 0 ;;
   esac
-  if [[ "$windows_programs" == *" $program "* || "$program" == %* || "$program" =~ ^[A-Za-z]:\\ ]]; then
+  if is_windows_command "$program"; then
     paper=$((paper + 1)); echo "paper $where: ${words[*]}"; return 0
   fi
   if [[ "$program" == build/* ]]; then
@@ -200,8 +203,7 @@ if [ "$mode" = wine ]; then
       read -ra words <<< "$text"
       first=${words[0]:-}
       is_program_word "$first" || continue
-      [[ "$windows_programs" == *" $first "* || "$first" == wine ]] && continue
-      is_windows_path "$first" && continue
+      if [ "$first" = wine ] || is_windows_command "$first"; then continue; fi
       names_package_file=0
       for w in "${words[@]:1}"; do grep -qxF -- "$w" <<< "$package_files" && names_package_file=1; done
       [ $names_package_file = 1 ] || continue
