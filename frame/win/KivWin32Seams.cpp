@@ -122,6 +122,7 @@ void KivGdiStrokes::learn() {
                GetMapMode(m_dc) == MM_TEXT && untransformed;
     if (!m_pixels) return;
     m_copyMode = GetROP2(m_dc) == R2_COPYPEN;  // the strokes of one drawing come with no other change to the DC
+    m_mirrored = (GetLayout(m_dc) & LAYOUT_RTL) != 0;
     const int kind = GetClipBox(m_dc, &m_clip);
     if (kind == ERROR) m_pixels = false;  // unknown: everything is sent
     if (kind == NULLREGION) m_clip = RECT{0, 0, 0, 0};
@@ -164,29 +165,90 @@ void KivGdiStrokes::moveTo(int x, int y) {
     m_position = POINT{x, y};
     if (!m_pixels) {  // a record of the drawing: every stroke, in order
         MoveToEx(m_dc, x, y, nullptr);
+        ++m_calls;
         return;
     }
     m_positionPending = true;
 }
 
-// Strokes that can show go to GDI in batches, each as a polyline of its two points (PolyPolyline),
-// when the order they are drawn in changes nothing: a one-pixel solid pen in the copy mode on a DC
-// drawn into pixels. A two-point polyline is drawn as MoveToEx and LineTo draw it, its end left out
-// (a Windows test compares the two on random strokes); one call then carries many strokes.
+// Strokes that can show are held and go to GDI many in one call, each as a polyline of its two
+// points (PolyPolyline), when the order they are drawn in changes nothing: a one-pixel solid pen in
+// the copy mode on a DC drawn into pixels. A two-point polyline is drawn as MoveToEx and LineTo draw
+// it, its end left out (a Windows test compares the two on random strokes).
 bool KivGdiStrokes::batching() const {
     return m_pixels && m_penKnown && m_copyMode && m_penWidth <= 1 && solidPen();
 }
 
-void KivGdiStrokes::sendBatch() {
-    if (m_batch.empty()) return;
+void KivGdiStrokes::sendPolylines(const POINT* points, std::size_t strokes) {
     static const struct Twos {
         DWORD points[kBatchStrokes];
         Twos() {
             for (DWORD& p : points) p = 2;
         }
     } twos;
-    PolyPolyline(m_dc, m_batch.data(), twos.points, static_cast<DWORD>(m_batch.size() / 2));
-    m_batch.clear();
+    for (std::size_t done = 0; done < strokes; done += kBatchStrokes) {
+        const std::size_t count = std::min(kBatchStrokes, strokes - done);
+        PolyPolyline(m_dc, points + 2 * done, twos.points, static_cast<DWORD>(count));
+        ++m_calls;
+    }
+}
+
+// Once a drawing has many strokes, their pixels are also gathered in a mask over the clip box (not
+// on a mirrored DC, whose lines GDI walks from the other side). A stroke the mask cannot take (a
+// coordinate GDI scales down first) is sent at once.
+void KivGdiStrokes::startMask() {
+    m_maskTried = true;
+    if (m_mirrored || !m_mask.reset(KivRect{m_clip.left, m_clip.top, m_clip.right, m_clip.bottom})) return;
+    m_masking = true;
+    for (std::size_t i = 0; i + 1 < m_held.size(); i += 2) {
+        if (!m_mask.line(m_held[i].x, m_held[i].y, m_held[i + 1].x, m_held[i + 1].y)) sendPolylines(&m_held[i], 1);
+    }
+}
+
+// False when there is no memory to hold the stroke.
+bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
+    if (m_masking && !m_mask.line(from.x, from.y, to.x, to.y)) {
+        const POINT stroke[2] = {from, to};
+        sendPolylines(stroke, 1);
+        return true;
+    }
+    if (m_runsOnly) return true;  // its pixels are in the mask
+    try {
+        if (m_held.capacity() == 0) m_held.reserve(2 * kFirstStrokes);
+        m_held.push_back(from);
+        m_held.push_back(to);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    const std::size_t strokes = m_held.size() / 2;
+    if (!m_maskTried && strokes == kFirstStrokes) startMask();
+    if (strokes >= (m_masking ? kHeldStrokes : std::max(kFirstStrokes, kBatchStrokes))) sendHeld(false);
+    return true;
+}
+
+// The held strokes go to GDI: as they are, or, when the mask's runs are fewer, not at all, and from
+// then on the drawing's strokes only go into the mask. When the drawing ends the mask's runs are
+// sent: each run a two-point horizontal polyline of the same pen, up to, not including, its end.
+void KivGdiStrokes::sendHeld(bool drawingEnds) {
+    const std::size_t strokes = m_held.size() / 2;
+    if (m_masking && !m_runsOnly && strokes > 0 && m_mask.runCount() < static_cast<long long>(strokes)) m_runsOnly = true;
+    if (!m_runsOnly) sendPolylines(m_held.data(), strokes);
+    m_held.clear();
+    if (!drawingEnds) return;
+    if (m_runsOnly) {
+        POINT runs[2 * kBatchStrokes];
+        std::size_t count = 0;
+        m_mask.forEachRun([&](int y, int from, int to) {
+            runs[2 * count] = POINT{from, y};
+            runs[2 * count + 1] = POINT{to, y};
+            if (++count == kBatchStrokes) {
+                sendPolylines(runs, count);
+                count = 0;
+            }
+        });
+        sendPolylines(runs, count);
+    }
+    m_masking = m_runsOnly = m_maskTried = false;
 }
 
 void KivGdiStrokes::lineTo(int x, int y) {
@@ -198,25 +260,27 @@ void KivGdiStrokes::lineTo(int x, int y) {
         return;
     }
     if (batching()) {
-        try {
-            if (m_batch.capacity() == 0) m_batch.reserve(2 * kBatchStrokes);
-            m_batch.push_back(POINT{fromX, fromY});
-            m_batch.push_back(m_position);
-            if (m_batch.size() == 2 * kBatchStrokes) sendBatch();
+        if (hold(POINT{fromX, fromY}, m_position)) {
             m_positionPending = true;
             return;
-        } catch (const std::bad_alloc&) {
-            sendBatch();
         }
+        sendHeld(false);  // no memory to hold it: it goes alone
     }
-    if (m_positionPending) MoveToEx(m_dc, fromX, fromY, nullptr);
+    if (m_positionPending) {
+        MoveToEx(m_dc, fromX, fromY, nullptr);
+        ++m_calls;
+    }
     LineTo(m_dc, x, y);
+    ++m_calls;
     m_positionPending = false;
 }
 
 void KivGdiStrokes::flush() {
-    sendBatch();
-    if (m_positionPending) MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
+    sendHeld(true);
+    if (m_positionPending) {
+        MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
+        ++m_calls;
+    }
     m_positionPending = false;
 }
 

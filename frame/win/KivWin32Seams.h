@@ -11,6 +11,7 @@
 
 #include "IKivChildList.h"
 #include "IKivDC.h"
+#include "KivGdiLine.h"
 #include "KivChildControl.h"
 
 // IKivChildList over a combo box (CB_*) or list box (LB_*) window.
@@ -32,11 +33,14 @@ private:
 // The MoveTo/LineTo strokes of one drawing as GDI receives them. On a DC that GDI draws into
 // pixels as they come (a window's or a bitmap's, in the text mapping mode and without a world
 // transform), a stroke whose pixels would all lie outside the clip box is not sent (only where it
-// leaves the position matters); with a one-pixel solid pen in the copy mode, where the order of the
-// strokes changes nothing, the others go in batches of two-point polylines (PolyPolyline), else one
-// call each after a MoveToEx to where they start; GDI's current position is put where the strokes
-// left it before any other drawing. The pixels are those of one call per stroke. The same DC tells a
-// drawing what it may leave out (rules()). A metafile, a printer or a transformed DC gets every
+// leaves the position matters). With a one-pixel solid pen in the copy mode, where the order of the
+// strokes changes nothing, the others are held and go as two-point polylines (PolyPolyline), many
+// in one call; a drawing of many strokes also gathers their pixels in a mask over the clip box
+// (KivPixelMask, GDI's own walk of a line) and, when the mask's horizontal runs are fewer than the
+// strokes, sends the runs instead, each a two-point polyline of the same pen. Otherwise each stroke
+// is one call after a MoveToEx to where it starts. GDI's current position is put where the strokes
+// left it before any other drawing. The pixels are those of one call per stroke. The same DC tells
+// a drawing what it may leave out (rules()). A metafile, a printer or a transformed DC gets every
 // stroke in order, each when it comes: a metafile is a record of the drawing, which its reader may
 // replay at another scale.
 class KivGdiStrokes {
@@ -56,6 +60,9 @@ public:
     void moveTo(int x, int y);
     void lineTo(int x, int y);
     void flush();  // GDI's current position where the strokes left it
+    // The GDI calls the strokes have cost so far (MoveToEx, LineTo, PolyPolyline), for tests and
+    // benchmarks.
+    long long calls() const { return m_calls; }
 
 private:
     void learn();  // once: whether GDI draws this DC's strokes into pixels, and its clip box
@@ -66,14 +73,26 @@ private:
     bool solidPen() const;
     bool visible(const POINT& from, const POINT& to) const;
     bool batching() const;
-    void sendBatch();
-    static constexpr std::size_t kBatchStrokes = 512;
+    bool hold(const POINT& from, const POINT& to);
+    void startMask();
+    void sendHeld(bool drawingEnds);
+    void sendPolylines(const POINT* points, std::size_t strokes);
+    // Strokes held before any is sent; up to kFirstStrokes no mask is kept (a drawing of a few
+    // strokes sends them as they are).
+    static constexpr std::size_t kHeldStrokes = std::size_t{1} << 15;
+    static constexpr std::size_t kFirstStrokes = 512;
+    static constexpr std::size_t kBatchStrokes = 512;  // strokes in one PolyPolyline call
     HDC m_dc;
-    std::vector<POINT> m_batch;  // two points a stroke
+    std::vector<POINT> m_held;  // two points a stroke, not sent yet
+    KivPixelMask m_mask;        // the pixels of the strokes since the mask was started
+    bool m_masking = false;     // the strokes go into the mask
+    bool m_runsOnly = false;    // and only there: the runs will be sent instead of the strokes
+    bool m_maskTried = false;   // in this drawing
+    long long m_calls = 0;
     bool m_penKnown = false;
     int m_penStyle = PS_SOLID;
     int m_penWidth = 1;
-    bool m_known = false, m_pixels = false, m_copyMode = false;
+    bool m_known = false, m_pixels = false, m_copyMode = false, m_mirrored = false;
     RECT m_clip{};
     POINT m_position{0, 0};
     bool m_positionPending = false;  // GDI's position is not yet where the strokes left it
@@ -88,6 +107,7 @@ public:
 
     KIV_DC_MEMBERS
     bool strokeRules(KivStrokeRules& rules) override;
+    long long strokeCalls() const { return m_strokes.calls(); }  // the GDI calls its strokes have cost
 
 private:
     // One object selected into the DC: on destruction the object it replaced goes back, then the

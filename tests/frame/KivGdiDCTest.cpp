@@ -190,6 +190,62 @@ TEST(KivGdiDC, ItsStrokesGiveThePixelsAndThePositionOfOneCallEach) {
     }
 }
 
+// A drawing of many strokes gathers their pixels and sends the rows' runs when they are fewer: the
+// same pixels and position as one call per stroke, on a DC moved by its window origin, on one with a
+// clip region, with strokes whose coordinates GDI scales down among them, and on a mirrored DC
+// (which is not masked); far fewer calls than strokes where the mask is used.
+TEST(KivGdiDC, ADenseDrawingSendsTheRunsOfItsPixelsWithThePixelsOfOneCallEach) {
+    // The strokes of a partly covered canvas, drawn over and over.
+    const std::vector<POINT> once = randomPoints(3000, 11);
+    std::vector<POINT> points;
+    for (int round = 0; round < 20; ++round) points.insert(points.end(), once.begin(), once.end());
+    points[20000] = POINT{1 << 29, 40};  // GDI scales these down before drawing: sent as they are
+    points[20001] = POINT{30, -(1 << 28)};
+    enum Case { Plain, Origin, Region, Mirrored };
+    for (Case c : {Plain, Origin, Region, Mirrored}) {
+        SCOPED_TRACE(c);
+        Canvas viaDC(100, 80), direct(100, 80);
+        for (Canvas* canvas : {&viaDC, &direct}) {
+            canvas->fill(RGB(255, 255, 255));
+            if (c == Origin) SetWindowOrgEx(canvas->dc, -7, 5, nullptr);
+            if (c == Region) {
+                KivGdiObject<HRGN> region(CreateEllipticRgn(10, 5, 90, 70));
+                SelectClipRgn(canvas->dc, region.get());
+            }
+            if (c == Mirrored) SetLayout(canvas->dc, LAYOUT_RTL);
+        }
+        long long calls = 0;
+        {
+            KivGdiDC dc(viaDC.dc);
+            dc.selectPen(KivPen{kiv::kPsSolid, 1, 0x00204080});
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                if (i % 7 == 0) dc.moveTo(points[i].x, points[i].y);
+                else dc.lineTo(points[i].x, points[i].y);
+            }
+            dc.restorePen();
+            calls = dc.strokeCalls();
+        }
+        KivGdiObject<HPEN> pen(CreatePen(PS_SOLID, 1, 0x00204080));
+        {
+            KivSelectObject selected(direct.dc, pen.get());
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                if (i % 7 == 0) MoveToEx(direct.dc, points[i].x, points[i].y, nullptr);
+                else LineTo(direct.dc, points[i].x, points[i].y);
+            }
+        }
+        GdiFlush();
+        EXPECT_EQ(differingPixels(viaDC, direct), 0);
+        POINT position{};
+        GetCurrentPositionEx(viaDC.dc, &position);
+        EXPECT_EQ(position.x, points.back().x);
+        EXPECT_EQ(position.y, points.back().y);
+        // Batched strokes alone would take a call for every 512 of them; the runs of a full canvas
+        // fit in a few calls.
+        if (c == Mirrored) EXPECT_GT(calls, static_cast<long long>(points.size() / 2 / 512)) << calls;
+        else EXPECT_LT(calls, 10) << calls;
+    }
+}
+
 // A metafile is a record of the drawing: every MoveTo and LineTo is recorded as it came, in order,
 // the strokes far beyond the bounds, the repeated and the empty ones included.
 TEST(KivGdiDC, AMetafileRecordsEveryStrokeInOrder) {

@@ -1,62 +1,21 @@
 // KivRasterDC. Portable.
 #include "KivRasterDC.h"
 
-#include <cstdlib>
 #include <utility>
+
+#include "KivGdiLine.h"
 
 namespace {
 
-// The octant of a step (dx, dy), 1 to 8, clockwise from +x with y growing downwards; a diagonal
-// belongs to the octant nearer the y axis.
-int octantOf(int dx, int dy) {
-    if (dy > 0) {
-        if (dx > 0) return dx > dy ? 1 : 2;
-        return -dx > dy ? 4 : 3;
-    }
-    if (dx < 0) return -dx > -dy ? 5 : 6;
-    return dx > -dy ? 8 : 7;
-}
-
-// GDI's tie-breaking: in these octants a pixel exactly half-way steps on the minor axis (bit k for
-// octant k + 1).
-constexpr unsigned kBiasedOctants = 0xB4;  // octants 3, 5, 6 and 8
-
 std::uint32_t toRgb(KivColor c) {  // COLORREF 0x00BBGGRR to 0x00RRGGBB
     return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
-}
-
-// Visits the pixels of a one-pixel GDI line in order, the last point excluded.
-template <class Plot>
-void walkGdiLine(int x0, int y0, int x1, int y1, Plot plot) {
-    const int dx = x1 - x0, dy = y1 - y0;
-    const int adx = std::abs(dx), ady = std::abs(dy);
-    if (adx == 0 && ady == 0) return;
-    const int bias = ((kBiasedOctants >> (octantOf(dx, dy) - 1)) & 1) != 0 ? 1 : 0;
-    const int sx = dx < 0 ? -1 : 1, sy = dy < 0 ? -1 : 1;
-    // The major axis steps every pixel, the minor one when the error says so.
-    const bool xMajor = adx > ady;
-    const int major = xMajor ? adx : ady, minor = xMajor ? ady : adx;
-    int x = x0, y = y0;
-    long long err = 2LL * minor - major;
-    for (int n = 0; n < major; ++n) {
-        plot(x, y);
-        if (err + bias > 0) {
-            if (xMajor) y += sy;
-            else x += sx;
-            err += 2LL * minor - 2LL * major;
-        } else {
-            err += 2LL * minor;
-        }
-        if (xMajor) x += sx;
-        else y += sy;
-    }
 }
 
 }  // namespace
 
 std::vector<KivPixel> KivGdiLinePixels(int x0, int y0, int x1, int y1) {
     std::vector<KivPixel> out;
-    walkGdiLine(x0, y0, x1, y1, [&](int x, int y) { out.push_back(KivPixel{x, y}); });
+    KivWalkGdiLine(x0, y0, x1, y1, [&](int x, int y) { out.push_back(KivPixel{x, y}); });
     return out;
 }
 
@@ -201,7 +160,7 @@ void KivRasterDC::lineTo(int x, int y) {
                          std::llabs(static_cast<long long>(m_position.y)) < margin;
     if (inReach) {
         const int nib = pen.width > 1 ? pen.width : 1;
-        walkGdiLine(m_position.x, m_position.y, x, y, [&](int px, int py) {
+        KivWalkGdiLine(m_position.x, m_position.y, x, y, [&](int px, int py) {
             for (int j = 0; j < nib; ++j)
                 for (int i = 0; i < nib; ++i)
                     setPixel(px + i - nib / 2 + m_originX, py + j - nib / 2 + m_originY, pen.color);

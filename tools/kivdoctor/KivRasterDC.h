@@ -3,8 +3,8 @@
 // code the controls run. Portable.
 //
 // Lines follow GDI's rules for a one-pixel solid pen: from the current position to the new one,
-// the last pixel left out, the pixels chosen as GDI's DIB engine chooses them (a Bresenham walk
-// with GDI's tie-breaking per octant); a test draws the same segments with GDI under Wine and
+// the last pixel left out, the pixels chosen as GDI chooses them (KivWalkGdiLine, the walk the
+// controls' own pixel mask takes); a test draws the same segments with GDI under Wine and
 // compares every pixel. Wider pens are drawn as a square nib along that walk (an approximation:
 // the sheet draws at 96 dpi, where the controls' pens are one pixel wide). Rectangles fill from
 // left/top up to, not including, right/bottom, as FillRect does. Text goes to an optional renderer.
