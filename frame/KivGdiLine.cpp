@@ -12,6 +12,37 @@ constexpr unsigned kBiasedOctants = 0xB4;  // octants 3, 5, 6 and 8
 // The smallest whole number not below a / b, for b > 0.
 long long ceilDiv(long long a, long long b) { return a >= 0 ? (a + b - 1) / b : -((-a) / b); }
 
+// The set bits of a word.
+int bitCount(std::uint64_t w) {
+    w = w - ((w >> 1) & 0x5555555555555555u);
+    w = (w & 0x3333333333333333u) + ((w >> 2) & 0x3333333333333333u);
+    w = (w + (w >> 4)) & 0x0F0F0F0F0F0F0F0Fu;
+    return static_cast<int>((w * 0x0101010101010101u) >> 56);
+}
+
+// The pixels of every short step (up to kShort each way) as offsets from its start, worked out once
+// by the walk itself: most strokes of a dense drawing are such steps, and lie inside the box.
+constexpr int kShort = 4;
+struct ShortSteps {
+    struct Step {
+        int count = 0;
+        int dx[kShort], dy[kShort];
+    };
+    Step steps[2 * kShort + 1][2 * kShort + 1];
+    ShortSteps() {
+        for (int dx = -kShort; dx <= kShort; ++dx) {
+            for (int dy = -kShort; dy <= kShort; ++dy) {
+                Step& step = steps[dx + kShort][dy + kShort];
+                KivWalkGdiLine(0, 0, dx, dy, [&step](int x, int y) {
+                    step.dx[step.count] = x;
+                    step.dy[step.count] = y;
+                    ++step.count;
+                });
+            }
+        }
+    }
+};
+
 }  // namespace
 
 int KivGdiLineOctant(long long dx, long long dy) {
@@ -66,6 +97,13 @@ bool KivPixelMask::line(int x0, int y0, int x1, int y1) {
         if (x0 >= m_box.left && x0 < m_box.right && y0 >= m_box.top && y0 < m_box.bottom) set(x0, y0);
         return true;
     }
+    if (adx <= kShort && ady <= kShort && x0 >= m_box.left && x0 < m_box.right && y0 >= m_box.top && y0 < m_box.bottom &&
+        x1 >= m_box.left && x1 < m_box.right && y1 >= m_box.top && y1 < m_box.bottom) {  // all its pixels lie between its ends
+        static const ShortSteps shortSteps;
+        const ShortSteps::Step& step = shortSteps.steps[dx + kShort][dy + kShort];
+        for (int i = 0; i < step.count; ++i) set(x0 + step.dx[i], y0 + step.dy[i]);
+        return true;
+    }
     const int bias = KivGdiLineBias(dx, dy);
     const bool xMajor = adx > ady;
     const long long major = xMajor ? adx : ady, minor = xMajor ? ady : adx;
@@ -83,7 +121,7 @@ bool KivPixelMask::line(int x0, int y0, int x1, int y1) {
         end = std::min(end, majorStart - majorLow + 1);
     }
     if (first >= end) return true;
-    const long long n = ceilDiv(2 * first * minor + bias - major, 2 * major);
+    const long long n = first == 0 ? 0 : ceilDiv(2 * first * minor + bias - major, 2 * major);  // n(0) is 0
     long long err = 2 * minor - major + 2 * first * minor - 2 * n * major;
     long long along = majorStart + stepMajor * first, across = minorStart + stepMinor * n;
     for (long long i = first; i < end; ++i) {
@@ -106,8 +144,17 @@ bool KivPixelMask::line(int x0, int y0, int x1, int y1) {
     return true;
 }
 
+// A run starts at each set bit whose left neighbour (the bit below it, or the top bit of the word
+// before in the row) is clear.
 long long KivPixelMask::runCount() const {
     long long runs = 0;
-    forEachRun([&runs](int, int, int) { ++runs; });
+    for (int row = 0; row < m_box.height(); ++row) {
+        const std::uint64_t* words = &m_bits[static_cast<std::size_t>(row) * m_stride];
+        std::uint64_t carry = 0;
+        for (std::size_t w = 0; w < m_stride; ++w) {
+            runs += bitCount(words[w] & ~((words[w] << 1) | carry));
+            carry = words[w] >> 63;
+        }
+    }
     return runs;
 }

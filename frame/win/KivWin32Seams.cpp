@@ -193,48 +193,63 @@ void KivGdiStrokes::sendPolylines(const POINT* points, std::size_t strokes) {
     }
 }
 
-// Once a drawing has many strokes, their pixels are also gathered in a mask over the clip box (not
-// on a mirrored DC, whose lines GDI walks from the other side). A stroke the mask cannot take (a
-// coordinate GDI scales down first) is sent at once.
+// Once a drawing has sent kFirstStrokes strokes, its short ones (kShortStroke pixels or fewer each
+// way) are gathered in a mask over the clip box instead (not on a mirrored DC, whose lines GDI walks
+// from the other side), and held until the mask's runs are known. A long stroke costs GDI little
+// for its pixels and the mask much, and a stroke the mask cannot take (a coordinate GDI scales down
+// first) must go as it is: both go in the batches.
 void KivGdiStrokes::startMask() {
     m_maskTried = true;
-    if (m_mirrored || !m_mask.reset(KivRect{m_clip.left, m_clip.top, m_clip.right, m_clip.bottom})) return;
-    m_masking = true;
-    for (std::size_t i = 0; i + 1 < m_held.size(); i += 2) {
-        if (!m_mask.line(m_held[i].x, m_held[i].y, m_held[i + 1].x, m_held[i + 1].y)) sendPolylines(&m_held[i], 1);
-    }
+    m_masking = !m_mirrored && m_mask.reset(KivRect{m_clip.left, m_clip.top, m_clip.right, m_clip.bottom});
 }
 
 // False when there is no memory to hold the stroke.
 bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
-    if (m_masking && !m_mask.line(from.x, from.y, to.x, to.y)) {
-        const POINT stroke[2] = {from, to};
-        sendPolylines(stroke, 1);
+    const long long dx = static_cast<long long>(to.x) - from.x, dy = static_cast<long long>(to.y) - from.y;
+    const bool shortStroke = dx <= kShortStroke && -dx <= kShortStroke && dy <= kShortStroke && -dy <= kShortStroke;
+    if (m_masking && shortStroke && m_mask.line(from.x, from.y, to.x, to.y)) {
+        if (m_runsOnly) return true;  // its pixels are in the mask
+        try {
+            if (m_held.capacity() == 0) m_held.reserve(2 * kBatchStrokes);
+            m_held.push_back(from);
+            m_held.push_back(to);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        if (m_held.size() / 2 >= kHeldStrokes) sendHeld(false);
         return true;
     }
-    if (m_runsOnly) return true;  // its pixels are in the mask
     try {
-        if (m_held.capacity() == 0) m_held.reserve(2 * kFirstStrokes);
-        m_held.push_back(from);
-        m_held.push_back(to);
+        if (m_batch.capacity() == 0) m_batch.reserve(2 * kBatchStrokes);
+        m_batch.push_back(from);
+        m_batch.push_back(to);
     } catch (const std::bad_alloc&) {
         return false;
     }
-    const std::size_t strokes = m_held.size() / 2;
-    if (!m_maskTried && strokes == kFirstStrokes) startMask();
-    if (strokes >= (m_masking ? kHeldStrokes : std::max(kFirstStrokes, kBatchStrokes))) sendHeld(false);
+    if (m_batch.size() / 2 == kBatchStrokes) {
+        sendPolylines(m_batch.data(), kBatchStrokes);
+        m_batch.clear();
+        m_batchesSent += 1;
+        if (!m_maskTried && m_batchesSent * kBatchStrokes >= kFirstStrokes) startMask();
+    }
     return true;
 }
 
-// The held strokes go to GDI: as they are, or, when the mask's runs are fewer, not at all, and from
-// then on the drawing's strokes only go into the mask. When the drawing ends the mask's runs are
+// The held strokes go to GDI: when the mask's runs are fewer, not at all, and from then on the
+// drawing's short strokes only go into the mask; otherwise as they are, and the mask, which did not
+// pay for itself, is given up for the rest of the drawing. When the drawing ends the mask's runs are
 // sent: each run a two-point horizontal polyline of the same pen, up to, not including, its end.
 void KivGdiStrokes::sendHeld(bool drawingEnds) {
     const std::size_t strokes = m_held.size() / 2;
-    if (m_masking && !m_runsOnly && strokes > 0 && m_mask.runCount() < static_cast<long long>(strokes)) m_runsOnly = true;
+    if (m_masking && !m_runsOnly && strokes > 0) {
+        if (m_mask.runCount() < static_cast<long long>(strokes)) m_runsOnly = true;
+        else m_masking = false;
+    }
     if (!m_runsOnly) sendPolylines(m_held.data(), strokes);
     m_held.clear();
     if (!drawingEnds) return;
+    sendPolylines(m_batch.data(), m_batch.size() / 2);
+    m_batch.clear();
     if (m_runsOnly) {
         POINT runs[2 * kBatchStrokes];
         std::size_t count = 0;
@@ -249,6 +264,7 @@ void KivGdiStrokes::sendHeld(bool drawingEnds) {
         sendPolylines(runs, count);
     }
     m_masking = m_runsOnly = m_maskTried = false;
+    m_batchesSent = 0;
 }
 
 void KivGdiStrokes::lineTo(int x, int y) {

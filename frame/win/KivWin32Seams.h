@@ -34,9 +34,9 @@ private:
 // pixels as they come (a window's or a bitmap's, in the text mapping mode and without a world
 // transform), a stroke whose pixels would all lie outside the clip box is not sent (only where it
 // leaves the position matters). With a one-pixel solid pen in the copy mode, where the order of the
-// strokes changes nothing, the others are held and go as two-point polylines (PolyPolyline), many
-// in one call; a drawing of many strokes also gathers their pixels in a mask over the clip box
-// (KivPixelMask, GDI's own walk of a line) and, when the mask's horizontal runs are fewer than the
+// strokes changes nothing, the others go as two-point polylines (PolyPolyline), many in one call;
+// a drawing of many strokes gathers the pixels of its short ones in a mask over the clip box
+// (KivPixelMask, GDI's own walk of a line) and, when the mask's horizontal runs are fewer than those
 // strokes, sends the runs instead, each a two-point polyline of the same pen. Otherwise each stroke
 // is one call after a MoveToEx to where it starts. GDI's current position is put where the strokes
 // left it before any other drawing. The pixels are those of one call per stroke. The same DC tells
@@ -77,15 +77,16 @@ private:
     void startMask();
     void sendHeld(bool drawingEnds);
     void sendPolylines(const POINT* points, std::size_t strokes);
-    // Strokes held before any is sent; up to kFirstStrokes no mask is kept (a drawing of a few
-    // strokes sends them as they are).
-    static constexpr std::size_t kHeldStrokes = std::size_t{1} << 15;
-    static constexpr std::size_t kFirstStrokes = 512;
     static constexpr std::size_t kBatchStrokes = 512;  // strokes in one PolyPolyline call
+    static constexpr std::size_t kFirstStrokes = 512;  // sent before a mask is started
+    static constexpr int kShortStroke = 4;             // pixels each way for a stroke to go into the mask
+    static constexpr std::size_t kHeldStrokes = std::size_t{1} << 13;  // held before the runs are counted
     HDC m_dc;
-    std::vector<POINT> m_held;  // two points a stroke, not sent yet
-    KivPixelMask m_mask;        // the pixels of the strokes since the mask was started
-    bool m_masking = false;     // the strokes go into the mask
+    std::vector<POINT> m_batch;  // two points a stroke, to be sent as they are
+    std::vector<POINT> m_held;   // two points a stroke, in the mask and not sent yet
+    std::size_t m_batchesSent = 0;  // in this drawing
+    KivPixelMask m_mask;        // the pixels of the short strokes since the mask was started
+    bool m_masking = false;     // short strokes go into the mask
     bool m_runsOnly = false;    // and only there: the runs will be sent instead of the strokes
     bool m_maskTried = false;   // in this drawing
     long long m_calls = 0;
