@@ -194,8 +194,9 @@ void KivGdiStrokes::sendPolylines(const POINT* points, std::size_t strokes) {
 }
 
 // Once a drawing has sent kFirstStrokes strokes, its short ones (kShortStroke pixels or fewer each
-// way) are gathered in a mask over the clip box instead (not on a mirrored DC, whose lines GDI walks
-// from the other side), and held until the mask's runs are known. A long stroke costs GDI little
+// way) are gathered in a mask over the clip box instead (not on a mirrored DC: the mask walks a line
+// as GDI does in device coordinates, and a mirrored DC's x runs the other way), and held until the
+// mask's runs are known. A long stroke costs GDI little
 // for its pixels and the mask much, and a stroke the mask cannot take (a coordinate GDI scales down
 // first) must go as it is: both go in the batches.
 void KivGdiStrokes::startMask() {

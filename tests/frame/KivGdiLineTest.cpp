@@ -116,6 +116,23 @@ TEST(KivPixelMask, EveryDirectionThroughACornerGivesTheWalksPixels) {
     }
 }
 
+// Every short step (up to 6 pixels each way), from a point well inside the box and from one on
+// its edge, so that it ends inside the box or beyond it.
+TEST(KivPixelMask, EveryShortStepGivesTheWalksPixels) {
+    const KivRect box{3, 2, 30, 20};
+    KivPixelMask mask;
+    for (int dx = -6; dx <= 6; ++dx) {
+        for (int dy = -6; dy <= 6; ++dy) {
+            for (const std::pair<int, int>& start : {std::make_pair(15, 10), std::make_pair(3, 19)}) {
+                const int x = start.first, y = start.second;
+                ASSERT_TRUE(mask.reset(box));
+                mask.line(x, y, x + dx, y + dy);
+                ASSERT_EQ(fromRuns(mask), walkInBox(x, y, x + dx, y + dy, box)) << x << "," << y << " by " << dx << "," << dy;
+            }
+        }
+    }
+}
+
 TEST(KivPixelMask, ItsRunsGiveBackEverySetPixelOnceEachRunAsLongAsItCanBe) {
     const KivRect box{-10, 3, 120, 9};  // 130 pixels a row: three words, the last one partly used
     KivPixelMask mask;
