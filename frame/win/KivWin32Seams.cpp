@@ -204,29 +204,29 @@ void KivGdiStrokes::startMask() {
     m_masking = !m_mirrored && m_mask.reset(KivRect{m_clip.left, m_clip.top, m_clip.right, m_clip.bottom});
 }
 
+// A stroke at the end of a list of two points a stroke; false when there is no memory for it.
+bool KivGdiStrokes::append(std::vector<POINT>& strokes, const POINT& from, const POINT& to) {
+    try {
+        if (strokes.capacity() == 0) strokes.reserve(2 * kBatchStrokes);
+        strokes.push_back(from);
+        strokes.push_back(to);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
 // False when there is no memory to hold the stroke.
 bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
     const long long dx = static_cast<long long>(to.x) - from.x, dy = static_cast<long long>(to.y) - from.y;
     const bool shortStroke = dx <= kShortStroke && -dx <= kShortStroke && dy <= kShortStroke && -dy <= kShortStroke;
     if (m_masking && shortStroke && m_mask.line(from.x, from.y, to.x, to.y)) {
         if (m_runsOnly) return true;  // its pixels are in the mask
-        try {
-            if (m_held.capacity() == 0) m_held.reserve(2 * kBatchStrokes);
-            m_held.push_back(from);
-            m_held.push_back(to);
-        } catch (const std::bad_alloc&) {
-            return false;
-        }
+        if (!append(m_held, from, to)) return false;
         if (m_held.size() / 2 >= kHeldStrokes) sendHeld(false);
         return true;
     }
-    try {
-        if (m_batch.capacity() == 0) m_batch.reserve(2 * kBatchStrokes);
-        m_batch.push_back(from);
-        m_batch.push_back(to);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    if (!append(m_batch, from, to)) return false;
     if (m_batch.size() / 2 == kBatchStrokes) {
         sendPolylines(m_batch.data(), kBatchStrokes);
         m_batch.clear();

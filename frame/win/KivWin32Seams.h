@@ -73,6 +73,7 @@ private:
     bool solidPen() const;
     bool visible(const POINT& from, const POINT& to) const;
     bool batching() const;
+    static bool append(std::vector<POINT>& strokes, const POINT& from, const POINT& to);
     bool hold(const POINT& from, const POINT& to);
     void startMask();
     void sendHeld(bool drawingEnds);
