@@ -33,6 +33,38 @@ std::vector<POINT> randomPoints(int count, unsigned seed) {
     return points;
 }
 
+// `points` drawn with a solid pen of `width` and `color` (every seventh a MoveTo) through the
+// device context on `viaDC`, and with one MoveToEx or LineTo call each on `direct`: the same pixels,
+// and GDI's position left where the last stroke ends. Returns the calls the device context spent.
+long long expectOneCallEachFrom(Canvas& viaDC, Canvas& direct, const std::vector<POINT>& points, int width, COLORREF color) {
+    long long calls = 0;
+    {
+        KivGdiDC dc(viaDC.dc);
+        dc.selectPen(KivPen{kiv::kPsSolid, width, color});
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            if (i % 7 == 0) dc.moveTo(points[i].x, points[i].y);
+            else dc.lineTo(points[i].x, points[i].y);
+        }
+        dc.restorePen();
+        calls = dc.strokeCalls();
+    }
+    KivGdiObject<HPEN> pen(CreatePen(PS_SOLID, width, color));
+    {
+        KivSelectObject selected(direct.dc, pen.get());
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            if (i % 7 == 0) MoveToEx(direct.dc, points[i].x, points[i].y, nullptr);
+            else LineTo(direct.dc, points[i].x, points[i].y);
+        }
+    }
+    GdiFlush();
+    EXPECT_EQ(differingPixels(viaDC, direct), 0);
+    POINT position{};
+    GetCurrentPositionEx(viaDC.dc, &position);
+    EXPECT_EQ(position.x, points.back().x);
+    EXPECT_EQ(position.y, points.back().y);
+    return calls;
+}
+
 }  // namespace
 
 // GDI: a polyline of two points draws exactly the pixels of a MoveToEx and a LineTo between them,
@@ -163,29 +195,7 @@ TEST(KivGdiDC, ItsStrokesGiveThePixelsAndThePositionOfOneCallEach) {
             direct.fill(RGB(255, 255, 255));
             SetROP2(viaDC.dc, rop);
             SetROP2(direct.dc, rop);
-            {
-                KivGdiDC dc(viaDC.dc);
-                dc.selectPen(KivPen{kiv::kPsSolid, width, 0x00800000});
-                for (std::size_t i = 0; i < points.size(); ++i) {
-                    if (i % 7 == 0) dc.moveTo(points[i].x, points[i].y);
-                    else dc.lineTo(points[i].x, points[i].y);
-                }
-                dc.restorePen();
-            }
-            KivGdiObject<HPEN> pen(CreatePen(PS_SOLID, width, 0x00800000));
-            {
-                KivSelectObject selected(direct.dc, pen.get());
-                for (std::size_t i = 0; i < points.size(); ++i) {
-                    if (i % 7 == 0) MoveToEx(direct.dc, points[i].x, points[i].y, nullptr);
-                    else LineTo(direct.dc, points[i].x, points[i].y);
-                }
-            }
-            GdiFlush();
-            EXPECT_EQ(differingPixels(viaDC, direct), 0);
-            POINT position{};
-            GetCurrentPositionEx(viaDC.dc, &position);
-            EXPECT_EQ(position.x, points.back().x);
-            EXPECT_EQ(position.y, points.back().y);
+            expectOneCallEachFrom(viaDC, direct, points, width, 0x00800000);
         }
     }
 }
@@ -215,30 +225,7 @@ TEST(KivGdiDC, ADenseDrawingSendsTheRunsOfItsPixelsWithThePixelsOfOneCallEach) {
             }
             if (c == Mirrored) SetLayout(canvas->dc, LAYOUT_RTL);
         }
-        {
-            KivGdiDC dc(viaDC.dc);
-            dc.selectPen(KivPen{kiv::kPsSolid, 1, 0x00204080});
-            for (std::size_t i = 0; i < points.size(); ++i) {
-                if (i % 7 == 0) dc.moveTo(points[i].x, points[i].y);
-                else dc.lineTo(points[i].x, points[i].y);
-            }
-            dc.restorePen();
-            calls[c] = dc.strokeCalls();
-        }
-        KivGdiObject<HPEN> pen(CreatePen(PS_SOLID, 1, 0x00204080));
-        {
-            KivSelectObject selected(direct.dc, pen.get());
-            for (std::size_t i = 0; i < points.size(); ++i) {
-                if (i % 7 == 0) MoveToEx(direct.dc, points[i].x, points[i].y, nullptr);
-                else LineTo(direct.dc, points[i].x, points[i].y);
-            }
-        }
-        GdiFlush();
-        EXPECT_EQ(differingPixels(viaDC, direct), 0);
-        POINT position{};
-        GetCurrentPositionEx(viaDC.dc, &position);
-        EXPECT_EQ(position.x, points.back().x);
-        EXPECT_EQ(position.y, points.back().y);
+        calls[c] = expectOneCallEachFrom(viaDC, direct, points, 1, 0x00204080);
     }
     // Batched as they are, the strokes that can show would take about 100 calls (512 a call);
     // masked, the long ones take about 30 and the runs of the short ones a few. (Wine gives a
