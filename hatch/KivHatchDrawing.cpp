@@ -69,11 +69,37 @@ LineFrame frame(double alongAngle, double acrossAngle, bool againstAlong = false
 // out: 2^11 pairs of places, a stroke hashed to a pair and put in place of the older of the two. A
 // stroke pushed out by others is drawn again when it comes back, which costs a call and changes
 // nothing.
+//
+// A lookup that finds nothing costs time and saves none, and in most families nearly every lookup
+// is such (a repeat is usually the previous walk's stroke at the same step, found without the
+// table). So the table is looked in by rounds of kRound strokes: after a round in which fewer than
+// one stroke in kWorthIt was found, the strokes of the next kRestingRounds rounds are taken as new
+// without looking, then a round is looked up again.
 class RecentStrokes {
 public:
-    // True when the stroke from a to b is in the table; otherwise it is put there. Without memory for
-    // the table every stroke is new.
+    // True when the stroke from a to b was found in the table; otherwise, when the table is being
+    // looked in, it is put there. Without memory for the table every stroke is new.
     bool drawnBefore(int ax, int ay, int bx, int by) {
+        bool found = false;
+        if (m_looking) {
+            found = lookUp(ax, ay, bx, by);
+            m_found += found ? 1 : 0;
+        }
+        if (--m_left == 0) {
+            if (m_looking) m_looking = m_found * kWorthIt >= kRound;
+            else m_looking = true;
+            m_left = m_looking ? kRound : kRound * kRestingRounds;
+            m_found = 0;
+        }
+        return found;
+    }
+
+private:
+    struct Slot {
+        int ax, ay, bx, by;
+        bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
+    };
+    bool lookUp(int ax, int ay, int bx, int by) {
         if (m_slots.empty() && !allocate()) return false;
         const std::uint32_t h = (static_cast<std::uint32_t>(ax) * 0x9E3779B1u) ^ (static_cast<std::uint32_t>(ay) * 0x85EBCA77u) ^
                                 (static_cast<std::uint32_t>(bx) * 0xC2B2AE3Du) ^ (static_cast<std::uint32_t>(by) * 0x27D4EB2Fu);
@@ -84,12 +110,6 @@ public:
         pair[0] = stroke;
         return false;
     }
-
-private:
-    struct Slot {
-        int ax, ay, bx, by;
-        bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
-    };
     bool allocate() {
         if (m_failed) return false;
         try {
@@ -101,8 +121,14 @@ private:
         return !m_failed;
     }
     static constexpr std::size_t kPairs = std::size_t{1} << 11;
+    static constexpr long long kRound = 4096;
+    static constexpr long long kWorthIt = 4;
+    static constexpr long long kRestingRounds = 8;
     std::vector<Slot> m_slots;
     bool m_failed = false;
+    bool m_looking = true;
+    long long m_left = kRound;  // strokes before the round ends
+    long long m_found = 0;      // in the round
 };
 
 // The device points of the walks in one direction, step by step: those of the walk under way and

@@ -197,6 +197,57 @@ TEST(KivHatchRaster, RepeatsAndEmptyStrokesAreSentUnlessTheDeviceSaysTheyChangeN
     }
 }
 
+// A repeat that the previous walk does not show (here a family drawn twice: each family's walks
+// start afresh) is found in the table of recent strokes, as long as looking there finds something.
+// After 4096 strokes looked for and hardly any found, the table rests for the next 8 x 4096: a
+// repeat among those is sent again, which changes no pixel. Then it is looked in again.
+TEST(KivHatchRaster, TheTableOfRecentStrokesRestsAfterARoundInWhichItFoundLittle) {
+    const KivRect rect{0, 0, 200, 150};
+    const double zoom = 1.0 / 3.0;                        // one pattern unit a pixel
+    const HatchLineFamily twice = family(30, 0, 10, u"3,-2,");  // lines 10 pixels apart
+    const HatchLineFamily distinct = family(0, 0, 1.3, u"2,-1,");  // rows apart: no stroke repeats
+    KivStrokeRules rules;
+    rules.box = rect;
+    rules.repeatsChangeNothing = true;
+    rules.emptyStrokesChangeNothing = true;
+    const auto lineTos = [&](const KivArray<HatchLineFamily>& families) {
+        StrokeLog log(rules);
+        draw(log, rect, families, zoom);
+        return segments(log.sent);
+    };
+    const std::vector<Segment> once = lineTos(listOf({twice}));
+    const std::vector<Segment> alone = lineTos(listOf({distinct}));
+    ASSERT_GT(once.size(), 500u);
+    ASSERT_LT(once.size(), 2000u) << "the table would not hold a whole copy";
+    ASSERT_GT(alone.size(), 4096u + 500u) << "a round that finds nothing";
+    ASSERT_LT(alone.size(), 4096u + 8u * 4096u - 2u * 2000u) << "the copies would come after the rest";
+    ASSERT_LT(alone.size() + 50u * once.size(), 60u * 2000u);
+    EXPECT_EQ(std::set<Segment>(alone.begin(), alone.end()).size(), alone.size());
+
+    // Found: the second copy sends next to nothing (a stroke pushed out of the table by others is
+    // sent again).
+    const std::size_t few = once.size() / 10;
+    EXPECT_LE(lineTos(listOf({twice, twice})).size(), once.size() + few);
+
+    // While the table rests, the second copy is sent again, and the pixels stay the literal drawing's.
+    const auto copiesAfterDistinct = [&](int copies) {
+        KivArray<HatchLineFamily> families = listOf({distinct});
+        for (int i = 0; i < copies; ++i) families.append(twice);
+        return families;
+    };
+    EXPECT_GE(lineTos(copiesAfterDistinct(2)).size() - lineTos(copiesAfterDistinct(1)).size(), once.size());
+    EveryStrokeRasterDC literalPixels(200, 150);
+    literal::Hatch(literalPixels, zoom, 1.0, -1).draw(rect, copiesAfterDistinct(2), kPen);
+    KivRasterDC raster(200, 150);
+    draw(raster, rect, copiesAfterDistinct(2), zoom);
+    EXPECT_TRUE(raster.pixels() == literalPixels.pixels());
+
+    // Looked in again after the rest (8 x 4096 strokes, some 50 copies): a further copy sends next to
+    // nothing.
+    EXPECT_LE(lineTos(copiesAfterDistinct(61)).size(), lineTos(copiesAfterDistinct(60)).size() + few)
+        << "the table never looked again";
+}
+
 // The steps a walk takes beyond the box are counted, not walked: the stroke count, the budget and
 // where the device's position is left are those of every stroke sent, whatever the budget.
 TEST(KivHatchRaster, CountedStepsSpendTheBudgetAndLeaveThePositionAsEveryStrokeWould) {
