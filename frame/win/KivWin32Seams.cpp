@@ -216,11 +216,14 @@ bool KivGdiStrokes::append(std::vector<POINT>& strokes, const POINT& from, const
     return true;
 }
 
+bool KivGdiStrokes::shortStroke(const POINT& from, const POINT& to) {
+    const long long dx = static_cast<long long>(to.x) - from.x, dy = static_cast<long long>(to.y) - from.y;
+    return dx <= kShortStroke && -dx <= kShortStroke && dy <= kShortStroke && -dy <= kShortStroke;
+}
+
 // False when there is no memory to hold the stroke.
 bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
-    const long long dx = static_cast<long long>(to.x) - from.x, dy = static_cast<long long>(to.y) - from.y;
-    const bool shortStroke = dx <= kShortStroke && -dx <= kShortStroke && dy <= kShortStroke && -dy <= kShortStroke;
-    if (m_masking && shortStroke && m_mask.line(from.x, from.y, to.x, to.y)) {
+    if (m_masking && shortStroke(from, to) && m_mask.line(from.x, from.y, to.x, to.y)) {
         if (m_runsOnly) return true;  // its pixels are in the mask
         if (!append(m_held, from, to)) return false;
         if (m_held.size() / 2 >= kHeldStrokes) sendHeld(false);
@@ -269,9 +272,16 @@ void KivGdiStrokes::sendHeld(bool drawingEnds) {
 }
 
 void KivGdiStrokes::lineTo(int x, int y) {
-    learn();
     const LONG fromX = m_position.x, fromY = m_position.y;
     m_position = POINT{x, y};
+    // Once a drawing's short strokes go only into the mask, most of its strokes end here: what
+    // hold() would do with them, without the checks that led there (a drawing's rules and pen stay
+    // as they are until it is flushed).
+    if (m_runsOnly && shortStroke(POINT{fromX, fromY}, m_position) && m_mask.line(fromX, fromY, x, y)) {
+        m_positionPending = true;
+        return;
+    }
+    learn();
     if (!visible(POINT{fromX, fromY}, m_position)) {  // nothing of it would show: only its end matters
         m_positionPending = true;
         return;

@@ -74,6 +74,7 @@ private:
     bool visible(const POINT& from, const POINT& to) const;
     bool batching() const;
     static bool append(std::vector<POINT>& strokes, const POINT& from, const POINT& to);
+    static bool shortStroke(const POINT& from, const POINT& to);  // kShortStroke pixels or fewer each way
     bool hold(const POINT& from, const POINT& to);
     void startMask();
     void sendHeld(bool drawingEnds);

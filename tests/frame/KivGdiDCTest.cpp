@@ -205,10 +205,12 @@ TEST(KivGdiDC, ItsStrokesGiveThePixelsAndThePositionOfOneCallEach) {
 // on one with a clip region, with long strokes and strokes whose coordinates GDI scales down among
 // them, and on a mirrored DC; where the mask is used, far fewer calls.
 TEST(KivGdiDC, ADenseDrawingSendsTheRunsOfItsPixelsWithThePixelsOfOneCallEach) {
-    // The strokes of a partly covered canvas, drawn over and over; a quarter of them long.
-    const std::vector<POINT> once = randomPoints(3000, 11);
+    // The strokes of a partly covered canvas, drawn over and over, then new ones (their pixels come
+    // when only the mask takes short strokes); a quarter of them long.
+    const std::vector<POINT> once = randomPoints(3000, 11), last = randomPoints(3000, 12);
     std::vector<POINT> points;
     for (int round = 0; round < 20; ++round) points.insert(points.end(), once.begin(), once.end());
+    points.insert(points.end(), last.begin(), last.end());
     points[20000] = POINT{1 << 29, 40};  // GDI scales these down before drawing: sent as they are
     points[20001] = POINT{30, -(1 << 28)};
     enum Case { Plain, Origin, Region, Mirrored };
