@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "KivHatchPattern.h"
+#include "KivHatchRepeats.h"
 
 namespace {
 
@@ -64,116 +65,6 @@ struct LineFrame {
 LineFrame frame(double alongAngle, double acrossAngle, bool againstAlong = false) {
     return LineFrame{std::cos(alongAngle), std::sin(alongAngle), std::cos(acrossAngle), std::sin(acrossAngle), againstAlong};
 }
-
-// The strokes drawn lately in one paint, by their end points, so that one drawn again can be left
-// out: 2^11 pairs of places, a stroke hashed to a pair and put in place of the older of the two. A
-// stroke pushed out by others is drawn again when it comes back, which costs a call and changes
-// nothing.
-//
-// A lookup that finds nothing costs time and saves none, and in most families nearly every lookup
-// is such (a repeat is usually the previous walk's stroke at the same step, found without the
-// table). So the table is looked in by rounds of kRound strokes: after a round in which fewer than
-// one stroke in kWorthIt was found, the strokes of the next kRestingRounds rounds are taken as new
-// without looking, then a round is looked up again.
-class RecentStrokes {
-public:
-    // True when the stroke from a to b was found in the table; otherwise, when the table is being
-    // looked in, it is put there. Without memory for the table every stroke is new.
-    bool drawnBefore(int ax, int ay, int bx, int by) {
-        bool found = false;
-        if (m_looking) {
-            found = lookUp(ax, ay, bx, by);
-            m_found += found ? 1 : 0;
-        }
-        if (--m_left == 0) {
-            if (m_looking) m_looking = m_found * kWorthIt >= kRound;
-            else m_looking = true;
-            m_left = m_looking ? kRound : kRound * kRestingRounds;
-            m_found = 0;
-        }
-        return found;
-    }
-
-private:
-    struct Slot {
-        int ax, ay, bx, by;
-        bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
-    };
-    bool lookUp(int ax, int ay, int bx, int by) {
-        if (m_slots.empty() && !allocate()) return false;
-        const std::uint32_t h = (static_cast<std::uint32_t>(ax) * 0x9E3779B1u) ^ (static_cast<std::uint32_t>(ay) * 0x85EBCA77u) ^
-                                (static_cast<std::uint32_t>(bx) * 0xC2B2AE3Du) ^ (static_cast<std::uint32_t>(by) * 0x27D4EB2Fu);
-        Slot* pair = &m_slots[2 * ((h ^ (h >> 15)) & (kPairs - 1))];
-        const Slot stroke{ax, ay, bx, by};
-        if (pair[0] == stroke || pair[1] == stroke) return true;
-        pair[1] = pair[0];  // the older one goes
-        pair[0] = stroke;
-        return false;
-    }
-    bool allocate() {
-        if (m_failed) return false;
-        try {
-            // INT_MIN never reaches a device (coordinates are clamped to GDI's range): an empty place.
-            m_slots.assign(2 * kPairs, Slot{INT_MIN, INT_MIN, INT_MIN, INT_MIN});
-        } catch (const std::bad_alloc&) {
-            m_failed = true;
-        }
-        return !m_failed;
-    }
-    static constexpr std::size_t kPairs = std::size_t{1} << 11;
-    static constexpr long long kRound = 4096;
-    static constexpr long long kWorthIt = 4;
-    static constexpr long long kRestingRounds = 8;
-    std::vector<Slot> m_slots;
-    bool m_failed = false;
-    bool m_looking = true;
-    long long m_left = kRound;  // strokes before the round ends
-    long long m_found = 0;      // in the round
-};
-
-// The device points of the walks in one direction, step by step: those of the walk under way and
-// those of the one before it. In a dense family a line lies a fraction of a pixel from the one before,
-// so a stroke very often has the very ends of the previous walk's stroke at the same step (the same
-// dash entry, drawn or not shown alike): a repeat found without looking in the table of strokes.
-class WalkRecord {
-public:
-    // A new walk: the one under way becomes the previous one.
-    void startWalk() {
-        std::swap(m_previous, m_current);
-        m_previousLength = m_currentLength;
-        m_currentLength = 0;
-    }
-    void forget() { m_previousLength = m_currentLength = 0; }
-
-    // A device point as one number, for a comparison in one step.
-    static std::uint64_t pack(int x, int y) {
-        return static_cast<std::uint64_t>(static_cast<std::uint32_t>(x)) | (static_cast<std::uint64_t>(static_cast<std::uint32_t>(y)) << 32);
-    }
-
-    // The places for the walk under way: at least `steps` + 1 when there is memory (up to a limit).
-    std::uint64_t* places(std::size_t steps, std::size_t& count) {
-        if (steps >= m_current.size() && steps < kMostSteps) {
-            try {
-                m_current.resize(std::min(kMostSteps, std::max<std::size_t>(256, (steps + 1) * 2)));
-            } catch (const std::bad_alloc&) {
-                // The walk is recorded as far as there are places; the rest goes to the table.
-            }
-        }
-        count = m_current.size();
-        return m_current.data();
-    }
-    const std::uint64_t* previous(std::size_t& length) const {
-        length = m_previousLength;
-        return m_previous.data();
-    }
-    // The walk under way reached its first `length` points.
-    void recorded(std::size_t length) { m_currentLength = length; }
-
-private:
-    static constexpr std::size_t kMostSteps = std::size_t{1} << 16;
-    std::vector<std::uint64_t> m_previous, m_current;
-    std::size_t m_previousLength = 0, m_currentLength = 0;
-};
 
 // One step of a walk in one direction: the length it walks, how it moves the point, and whether it
 // draws (a dash or a dot) or only moves (a gap). The moves are the products the walk would work out
@@ -331,16 +222,23 @@ private:
         const double reach = std::max(std::fabs(start.x), std::fabs(start.y)) + 2.0 * (limit + m_longestStep) + 16.0;
         const bool inRange = finite && reach < kHatchDeviceLimit;
         if (m_entries == 1 && !moves.table.empty()) {  // a plain line, or dots: every step alike
-            if (inRange) walkBoxed<true, true>(start, way, moves, limit, backward, finite);
-            else walkBoxed<false, true>(start, way, moves, limit, backward, finite);
+            if (inRange) walkBoxedKept<true, true>(start, way, moves, limit, backward, finite);
+            else walkBoxedKept<false, true>(start, way, moves, limit, backward, finite);
         } else if (inRange) {
-            walkBoxed<true, false>(start, way, moves, limit, backward, finite);
+            walkBoxedKept<true, false>(start, way, moves, limit, backward, finite);
         } else {
-            walkBoxed<false, false>(start, way, moves, limit, backward, finite);
+            walkBoxedKept<false, false>(start, way, moves, limit, backward, finite);
         }
     }
 
+    // The walk with its record's work left out of every step while the record rests.
     template <bool kInRange, bool kOneEntry>
+    void walkBoxedKept(Point start, Direction way, const Moves& moves, double limit, bool backward, bool finite) {
+        if (m_record[backward ? 1 : 0].keeping()) walkBoxed<kInRange, kOneEntry, true>(start, way, moves, limit, backward, finite);
+        else walkBoxed<kInRange, kOneEntry, false>(start, way, moves, limit, backward, finite);
+    }
+
+    template <bool kInRange, bool kOneEntry, bool kKeep>
     void walkBoxed(Point start, Direction way, const Moves& moves, double limit, bool backward, bool finite) {
         const int n = m_entries;
         const Move* table = moves.table.empty() ? nullptr : moves.table.data();
@@ -364,7 +262,7 @@ private:
             awayFrom = static_cast<unsigned>(way.cosPhi <= 0.0) | (static_cast<unsigned>(way.cosPhi >= 0.0) << 1) |
                        (static_cast<unsigned>(way.sinPhi <= 0.0) << 2) | (static_cast<unsigned>(way.sinPhi >= 0.0) << 3);
         }
-        WalkRecord& record = m_record[backward ? 1 : 0];
+        KivWalkRecord& record = m_record[backward ? 1 : 0];
         record.startWalk();
         std::size_t places = 0, previousLength = 0;
         std::uint64_t* current = record.places(0, places);
@@ -376,16 +274,16 @@ private:
         bool unsent = false;
         bool sameA = false;  // the walk's point is the previous walk's after as many steps
         if (places > 0) {
-            current[0] = WalkRecord::pack(ax, ay);
+            current[0] = KivWalkRecord::pack(ax, ay);
             sameA = previousLength > 0 && previous[0] == current[0];
         }
         const long long before = m_paint.strokes;
         const std::size_t allowed = static_cast<std::size_t>(m_budget - before);  // the steps the budget leaves
         int i = 0;  // the position of the next step in the walk's order of entries
-        std::size_t done = 0;
+        std::size_t done = 0, matches = 0;
         for (;; ++done) {
             if ((codeA & awayFrom) != 0) {  // it never comes back: the rest is counted
-                record.recorded(std::min(done + 1, places));
+                record.recorded(std::min(done + 1, places), done, matches);
                 m_paint.strokes = before + static_cast<long long>(done);
                 m_at = DevicePoint{ax, ay};
                 m_unsent = unsent;
@@ -407,12 +305,13 @@ private:
             const int bx = toDevice(x), by = toDevice(y);
             const unsigned codeB = codeOf(bx, by);
             const std::size_t k = done + 1;
-            if (k == places) current = record.places(k, places);
+            if (kKeep && k == places) current = record.places(k, places);
             bool sameB = false;
-            if (k < places) {
-                const std::uint64_t point = WalkRecord::pack(bx, by);
+            if (kKeep && k < places) {
+                const std::uint64_t point = KivWalkRecord::pack(bx, by);
                 current[k] = point;
                 sameB = k < previousLength && previous[k] == point;
+                matches += sameB ? 1 : 0;
             }
             if (step.draws && (codeA & codeB) == 0 && !(skipEmpty && ax == bx && ay == by) &&
                 !(skipRepeats && ((sameA && sameB) || m_recent.drawnBefore(ax, ay, bx, by)))) {
@@ -431,7 +330,7 @@ private:
                 break;
             }
         }
-        record.recorded(std::min(done + 1, places));
+        record.recorded(std::min(done + 1, places), done, matches);
         m_paint.strokes = before + static_cast<long long>(done);
         m_at = DevicePoint{ax, ay};
         m_unsent = unsent;
@@ -511,13 +410,13 @@ private:
     bool m_stepsFinite = true;
     double m_longestStep = 0.0;
     Moves m_moves[2];                 // forward and backward
-    WalkRecord m_record[2];           // forward and backward
+    KivWalkRecord m_record[2];           // forward and backward
     std::vector<double> m_walked[2];  // forward and backward: the walked length after each number of steps
     bool m_boxed = false;  // the device answered stroke rules
     KivRect m_box;
     bool m_skipRepeats = false;
     bool m_skipEmpty = false;
-    RecentStrokes m_recent;
+    KivRecentStrokes m_recent;
     DevicePoint m_at{0, 0};  // where the last stroke left the position
     bool m_unsent = false;   // and the device has not been told
     Tail m_tail;
