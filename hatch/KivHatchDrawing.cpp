@@ -2,7 +2,6 @@
 #include "KivHatchDrawing.h"
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <new>
