@@ -51,6 +51,11 @@ public:
 
     virtual void moveTo(int x, int y) = 0;
     virtual void lineTo(int x, int y) = 0;
+    // A MoveTo and a LineTo in one call, for a drawing of many strokes; this default makes the two.
+    virtual void moveToLineTo(int x0, int y0, int x1, int y1) {
+        moveTo(x0, y0);
+        lineTo(x1, y1);
+    }
     virtual void ellipse(const KivRect& rect) = 0;
 
     // CreateCompatibleDC + CreateCompatibleBitmap(bitmapWidth, bitmapHeight) selected into it, then

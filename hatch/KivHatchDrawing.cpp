@@ -314,8 +314,8 @@ private:
             }
             if (step.draws && (codeA & codeB) == 0 && !(skipEmpty && ax == bx && ay == by) &&
                 !(skipRepeats && ((sameA && sameB) || m_recent.drawnBefore(ax, ay, bx, by)))) {
-                if (unsent) m_dc.moveTo(ax, ay);
-                m_dc.lineTo(bx, by);
+                if (unsent) m_dc.moveToLineTo(ax, ay, bx, by);
+                else m_dc.lineTo(bx, by);
                 unsent = false;
             } else {
                 unsent = true;  // a gap, a stroke beyond the box, an empty one or a repeat: only where it ends matters

@@ -63,15 +63,9 @@ bool KivGdiStrokes::visible(const POINT& from, const POINT& to) const {
              (from.y >= r.bottom && to.y >= r.bottom));
 }
 
-void KivGdiStrokes::moveTo(int x, int y) {
-    learn();
-    m_position = POINT{x, y};
-    if (!m_pixels) {  // a record of the drawing: every stroke, in order
-        MoveToEx(m_dc, x, y, nullptr);
-        ++m_calls;
-        return;
-    }
-    m_positionPending = true;
+void KivGdiStrokes::moveToNow() {
+    MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
+    ++m_calls;
 }
 
 // Strokes that can show are held and go to GDI many in one call, each as a polyline of its two

@@ -38,7 +38,12 @@ public:
     void forgetPen();
     // What a drawing may leave out on this DC with the pen selected now (IKivDC::strokeRules).
     bool rules(KivStrokeRules& rules);
-    void moveTo(int x, int y);
+    void moveTo(int x, int y) {
+        if (!m_known) learn();
+        m_position = POINT{x, y};
+        if (m_pixels) m_positionPending = true;
+        else moveToNow();
+    }
     void lineTo(int x, int y) {
         const LONG fromX = m_position.x, fromY = m_position.y;
         m_position = POINT{x, y};
@@ -58,6 +63,7 @@ public:
 
 private:
     void learn();  // once: whether GDI draws this DC's strokes into pixels, and its clip box
+    void moveToNow();  // a record of the drawing: every stroke, in order
     struct Reach {
         long long left, top, right, bottom;
     };

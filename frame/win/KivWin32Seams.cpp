@@ -215,6 +215,10 @@ void KivGdiDC::restoreFont() {
 bool KivGdiDC::strokeRules(KivStrokeRules& rules) { return m_strokes.rules(rules); }
 void KivGdiDC::moveTo(int x, int y) { m_strokes.moveTo(x, y); }
 void KivGdiDC::lineTo(int x, int y) { m_strokes.lineTo(x, y); }
+void KivGdiDC::moveToLineTo(int x0, int y0, int x1, int y1) {
+    m_strokes.moveTo(x0, y0);
+    m_strokes.lineTo(x1, y1);
+}
 void KivGdiDC::ellipse(const KivRect& r) {
     m_strokes.flush();
     Ellipse(m_dc, r.left, r.top, r.right, r.bottom);

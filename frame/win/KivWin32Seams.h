@@ -38,6 +38,7 @@ public:
     KivGdiDC& operator=(const KivGdiDC&) = delete;
 
     KIV_DC_MEMBERS
+    void moveToLineTo(int x0, int y0, int x1, int y1) override;
     bool strokeRules(KivStrokeRules& rules) override;
     long long strokeCalls() const { return m_strokes.calls(); }  // the GDI calls its strokes have cost
 
