@@ -30,21 +30,22 @@ public:
     // True when the stroke from a to b was found in the table; otherwise, when the table is being
     // looked in, it is put there. Without memory for the table every stroke is new.
     bool drawnBefore(int ax, int ay, int bx, int by) {
-        bool found = false;
-        if (m_looking) {
-            found = lookUp(ax, ay, bx, by);
-            m_found += found ? 1 : 0;
+        if (!m_looking) {  // resting: only counted
+            if (--m_left == 0) startRound(true);
+            return false;
         }
-        if (--m_left == 0) {
-            if (m_looking) m_looking = m_found * kWorthIt >= kRound;
-            else m_looking = true;
-            m_left = m_looking ? kRound : kRound * kRestingRounds;
-            m_found = 0;
-        }
+        const bool found = lookUp(ax, ay, bx, by);
+        m_found += found ? 1 : 0;
+        if (--m_left == 0) startRound(m_found * kWorthIt >= kRound);
         return found;
     }
 
 private:
+    void startRound(bool looking) {
+        m_looking = looking;
+        m_left = looking ? kRound : kRound * kRestingRounds;
+        m_found = 0;
+    }
     struct Slot {
         int ax, ay, bx, by;
         bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
