@@ -363,8 +363,15 @@ private:
         }
         const long long keptSteps = static_cast<long long>(kept.size()) - 1;
         if (done < keptSteps && kept.back() > limit) {
-            const auto end = std::upper_bound(kept.begin() + (done + 1), kept.end(), limit);  // the first length > limit
-            const long long m = static_cast<long long>(end - kept.begin());
+            // The first kept length above the limit: very often the previous walk's or the one after
+            // it (the limits of neighbouring lines differ little), else searched for.
+            std::size_t& end = m_firstAbove[backward ? 1 : 0];
+            const bool atEnd = end < kept.size() && kept[end] > limit && (end == 0 || kept[end - 1] <= limit);
+            if (!atEnd) {
+                if (end + 1 < kept.size() && kept[end] <= limit && kept[end + 1] > limit) ++end;
+                else end = static_cast<std::size_t>(std::upper_bound(kept.begin(), kept.end(), limit) - kept.begin());
+            }
+            const long long m = std::max(static_cast<long long>(end), done + 1);  // the lengths only grow
             return std::min(m - done, most + 1);
         }
         long long m = done;
@@ -411,6 +418,7 @@ private:
     Moves m_moves[2];                 // forward and backward
     KivWalkRecord m_record[2];           // forward and backward
     std::vector<double> m_walked[2];  // forward and backward: the walked length after each number of steps
+    std::size_t m_firstAbove[2] = {0, 0};  // in m_walked: where the last walk's limit was passed
     bool m_boxed = false;  // the device answered stroke rules
     KivRect m_box;
     bool m_skipRepeats = false;
