@@ -58,21 +58,25 @@ int KivGdiLineBias(long long dx, long long dy) { return ((kBiasedOctants >> (Kiv
 
 bool KivPixelMask::reset(const KivRect& box) {
     const long long width = static_cast<long long>(box.right) - box.left, height = static_cast<long long>(box.bottom) - box.top;
-    if (width <= 0 || height <= 0 || width * height > kMostPixels) {
-        m_box = KivRect{};
-        m_stride = 0;
-        return false;
-    }
+    m_box = KivRect{};
+    m_stride = 0;
+    m_stepWidth = m_stepHeight = 0;
+    if (width <= 0 || height <= 0 || width * height > kMostPixels) return false;
     const std::size_t stride = static_cast<std::size_t>((width + 63) / 64);
     try {
         m_bits.assign(stride * static_cast<std::size_t>(height), 0);
     } catch (const std::bad_alloc&) {
-        m_box = KivRect{};
-        m_stride = 0;
         return false;
     }
     m_box = box;
     m_stride = stride;
+    // A box that lies within the coordinates GDI takes as they are, a pixel of margin around it:
+    // a one-pixel step from inside it needs no other check.
+    const auto inside = [](long long v) { return v > -kCoordinateLimit + 2 && v < kCoordinateLimit - 2; };
+    if (inside(box.left) && inside(box.right) && inside(box.top) && inside(box.bottom)) {
+        m_stepWidth = static_cast<unsigned>(width);
+        m_stepHeight = static_cast<unsigned>(height);
+    }
     return true;
 }
 
@@ -86,7 +90,7 @@ bool KivPixelMask::at(int x, int y) const {
 // After i steps on the major axis the walk has stepped n(i) = ceil((2 i minor + bias - major) /
 // (2 major)) times on the minor one (the error term stays within its bounds only for that n), and
 // its error term is 2 minor - major + 2 i minor - 2 n(i) major.
-bool KivPixelMask::line(int x0, int y0, int x1, int y1) {
+bool KivPixelMask::walk(int x0, int y0, int x1, int y1) {
     if (m_stride == 0) return false;
     const auto inRange = [](int v) { return v > -kCoordinateLimit && v < kCoordinateLimit; };
     if (!inRange(x0) || !inRange(y0) || !inRange(x1) || !inRange(y1)) return false;

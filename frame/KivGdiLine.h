@@ -62,7 +62,18 @@ public:
     // up only where it crosses the box, so a line of any length costs at most the box's size.
     // False, and nothing set, without a box or for a line with a coordinate of 2^28 or more either
     // way (GDI scales such lines down before it draws them).
-    bool line(int x0, int y0, int x1, int y1);
+    bool line(int x0, int y0, int x1, int y1) {
+        // The commonest line of a dense drawing, a step of one pixel or none from a pixel of the box
+        // (which lies within the coordinates GDI takes as they are), sets its start alone, or
+        // nothing: worked out here.
+        if (static_cast<unsigned>(x0) - static_cast<unsigned>(m_box.left) < m_stepWidth &&
+            static_cast<unsigned>(y0) - static_cast<unsigned>(m_box.top) < m_stepHeight &&
+            static_cast<unsigned>(x1) - static_cast<unsigned>(x0) + 1u <= 2u && static_cast<unsigned>(y1) - static_cast<unsigned>(y0) + 1u <= 2u) {
+            if (x0 != x1 || y0 != y1) set(x0, y0);
+            return true;
+        }
+        return walk(x0, y0, x1, y1);
+    }
     bool at(int x, int y) const;
 
     // Each row's runs of set pixels, left to right and top to bottom: f(y, from, to), the pixels
@@ -95,11 +106,13 @@ public:
     static constexpr long long kCoordinateLimit = 1LL << 28;
 
 private:
+    bool walk(int x0, int y0, int x1, int y1);  // line() of any line
     void set(long long x, long long y) {
         const std::size_t col = static_cast<std::size_t>(x - m_box.left);
         m_bits[static_cast<std::size_t>(y - m_box.top) * m_stride + col / 64] |= std::uint64_t{1} << (col % 64);
     }
     KivRect m_box;
     std::size_t m_stride = 0;  // words a row; the bits past the box's right edge stay 0
+    unsigned m_stepWidth = 0, m_stepHeight = 0;  // the box's, for line()'s one step; 0 without a box
     std::vector<std::uint64_t> m_bits;
 };

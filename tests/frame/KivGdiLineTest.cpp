@@ -162,4 +162,14 @@ TEST(KivPixelMask, ItRefusesAnEmptyOrHugeBoxAndCoordinatesGdiScalesDown) {
     EXPECT_TRUE(mask.line(-(1 << 28) + 1, 10, 100, 10));
     EXPECT_TRUE(mask.at(0, 10) && mask.at(99, 10) && !mask.at(100, 10));
     EXPECT_EQ(mask.runCount(), 1);
+    // A one-pixel step from a pixel of a box that reaches 2^28: refused when its end gets there.
+    const int edge = 1 << 28;
+    ASSERT_TRUE(mask.reset(KivRect{edge - 4, -edge - 4, edge + 4, -edge + 4}));
+    EXPECT_TRUE(mask.line(edge - 2, -edge + 2, edge - 1, -edge + 1));
+    EXPECT_FALSE(mask.line(edge - 1, -edge + 2, edge, -edge + 2));
+    EXPECT_FALSE(mask.line(edge - 2, -edge + 1, edge - 2, -edge));
+    EXPECT_TRUE(mask.at(edge - 2, -edge + 2));
+    EXPECT_FALSE(mask.at(edge - 1, -edge + 2));
+    EXPECT_FALSE(mask.at(edge - 2, -edge + 1));
+    EXPECT_EQ(mask.runCount(), 1);
 }
