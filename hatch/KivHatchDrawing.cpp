@@ -415,9 +415,9 @@ private:
     int m_entries = 0;
     bool m_stepsFinite = true;
     double m_longestStep = 0.0;
-    Moves m_moves[2];                 // forward and backward
-    KivWalkRecord m_record[2];           // forward and backward
-    std::vector<double> m_walked[2];  // forward and backward: the walked length after each number of steps
+    Moves m_moves[2];                      // forward and backward
+    KivWalkRecord m_record[2];             // forward and backward
+    std::vector<double> m_walked[2];       // forward and backward: the walked length after each number of steps
     std::size_t m_firstAbove[2] = {0, 0};  // in m_walked: where the last walk's limit was passed
     bool m_boxed = false;  // the device answered stroke rules
     KivRect m_box;

@@ -24,9 +24,10 @@
 // same but only those that can change a pixel are sent: not a stroke beyond the device's box, not
 // one from a point to itself, and not one whose ends are those of a stroke already drawn in this
 // paint (found in the previous walk of the family at the same step, or in a table of recent
-// strokes, each while it finds some: KivHatchRepeats.h). A walk is stepped only while it can still reach the box: once it is beyond an edge it
-// moves away from, the steps left to its end are counted from the walked lengths that every walk of
-// the family shares. A metafile, a printer or a recording gets every stroke in order.
+// strokes, each while it finds some: KivHatchRepeats.h). A walk is stepped only while it can still
+// reach the box: once it is beyond an edge it moves away from, the steps left to its end are counted
+// from the walked lengths that every walk of the family shares. A metafile, a printer or a recording
+// gets every stroke in order.
 #pragma once
 
 #include "HatchLineFamily.h"

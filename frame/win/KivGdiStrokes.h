@@ -1,7 +1,6 @@
-// The MoveTo/LineTo strokes of one drawing as GDI receives them (KivGdiDC's strokes). Win32 side.
-// lineTo()'s common case, a short stroke that only goes into the mask, is written here so that it
-// is worked out where it is called; the rest is in its own file, so that the common case does not
-// pay for the rest's registers.
+// KivGdiStrokes, the strokes of KivGdiDC. Win32 side. lineTo()'s common case, a short stroke that
+// only goes into the mask, is written here so that it is worked out where it is called; the rest is
+// in its own file, so that the common case does not pay for the rest's registers.
 #pragma once
 
 #include <windows.h>
