@@ -113,10 +113,10 @@ bool KivGdiStrokes::append(std::vector<POINT>& strokes, const POINT& from, const
     return true;
 }
 
-// False when there is no memory to hold the stroke.
+// False when there is no memory to hold the stroke. (Once only the mask takes short strokes,
+// lineTo() puts them there itself: none that the mask takes comes here.)
 bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
     if (m_masking && shortStroke(from, to) && m_mask.line(from.x, from.y, to.x, to.y)) {
-        if (m_runsOnly) return true;  // its pixels are in the mask
         if (!append(m_held, from, to)) return false;
         if (m_held.size() / 2 >= kHeldStrokes) sendHeld(false);
         return true;
@@ -188,10 +188,7 @@ void KivGdiStrokes::lineToFrom(LONG fromX, LONG fromY) {
 
 void KivGdiStrokes::flush() {
     sendHeld(true);
-    if (m_positionPending) {
-        MoveToEx(m_dc, m_position.x, m_position.y, nullptr);
-        ++m_calls;
-    }
+    if (m_positionPending) moveToNow();
     m_positionPending = false;
 }
 

@@ -62,7 +62,7 @@ public:
 
 private:
     void learn();  // once: whether GDI draws this DC's strokes into pixels, and its clip box
-    void moveToNow();  // a record of the drawing: every stroke, in order
+    void moveToNow();  // GDI's position where the strokes left it, now
     struct Reach {
         long long left, top, right, bottom;
     };
