@@ -280,7 +280,26 @@ private:
         const std::size_t allowed = static_cast<std::size_t>(m_budget - before);  // the steps the budget leaves
         int i = 0;  // the position of the next step in the walk's order of entries
         std::size_t done = 0, matches = 0;
-        for (;; ++done) {
+        // While the walk comes towards the box from beyond one of its edges, none of its strokes
+        // can show: both ends of each lie beyond that edge. Those steps are taken by a loop that
+        // looks at one coordinate only, an edge at a time (a walk may come from beyond two).
+        // Only while the record rests: a kept record takes every point.
+        bool ended = false;  // the walk passed its limit there
+        for (unsigned towards = codeA & ~awayFrom; kInRange && !kKeep && table != nullptr && (codeA & awayFrom) == 0 && towards != 0;
+             towards = codeA & ~awayFrom) {
+            const std::size_t was = done;
+            if ((towards & 1u) != 0) ended = approach<true, true>(table, n, left, limit, allowed, x, y, walked, i, done);
+            else if ((towards & 2u) != 0) ended = approach<true, false>(table, n, right, limit, allowed, x, y, walked, i, done);
+            else if ((towards & 4u) != 0) ended = approach<false, true>(table, n, top, limit, allowed, x, y, walked, i, done);
+            else ended = approach<false, false>(table, n, bottom, limit, allowed, x, y, walked, i, done);
+            if (done == was) break;
+            ax = toDevice(x);
+            ay = toDevice(y);
+            codeA = codeOf(ax, ay);
+            unsent = true;
+            if (ended) break;
+        }
+        for (; !ended; ++done) {
             if ((codeA & awayFrom) != 0) {  // it never comes back: the rest is counted
                 record.recorded(std::min(done + 1, places), done, matches);
                 m_paint.strokes = before + static_cast<long long>(done);
@@ -333,6 +352,27 @@ private:
         m_paint.strokes = before + static_cast<long long>(done);
         m_at = DevicePoint{ax, ay};
         m_unsent = unsent;
+    }
+
+    // The steps of a walk in range, from step `done`, while each ends beyond `edge` (left or top
+    // when kLess, else right or bottom; of x when kX, else of y); the step after them is not taken.
+    // True when the walk passed its limit there, its last step counted.
+    template <bool kX, bool kLess>
+    static bool approach(const Move* table, int n, int edge, double limit, std::size_t allowed, double& x, double& y,
+                         double& walked, int& i, std::size_t& done) {
+        while (done < allowed) {
+            const Move& step = table[i];
+            const double nx = x + step.dx, ny = y + step.dy;
+            const int v = static_cast<int>(kX ? nx : ny);
+            if (kLess ? v >= edge : v < edge) return false;
+            x = nx;
+            y = ny;
+            walked += step.length;
+            i = i + 1 == n ? 0 : i + 1;
+            ++done;
+            if (walked > limit) return true;  // the step that passes the limit is taken in full
+        }
+        return false;
     }
 
     // The steps of a walk that can no longer show, from `from` after `done` steps: counted (the
