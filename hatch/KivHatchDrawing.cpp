@@ -282,16 +282,18 @@ private:
         std::size_t done = 0, matches = 0;
         // While the walk comes towards the box from beyond one of its edges, none of its strokes
         // can show: both ends of each lie beyond that edge. Those steps are taken by a loop that
-        // looks at one coordinate only, an edge at a time (a walk may come from beyond two).
-        // Only while the record rests: a kept record takes every point.
+        // looks at one coordinate only, an edge at a time (a walk may come from beyond two), and
+        // keeps the points when the record is kept (as far as it has places).
         bool ended = false;  // the walk passed its limit there
-        for (unsigned towards = codeA & ~awayFrom; kInRange && !kKeep && table != nullptr && (codeA & awayFrom) == 0 && towards != 0;
+        for (unsigned towards = codeA & ~awayFrom; kInRange && table != nullptr && (codeA & awayFrom) == 0 && towards != 0;
              towards = codeA & ~awayFrom) {
             const std::size_t was = done;
-            if ((towards & 1u) != 0) ended = approach<true, true>(table, n, left, limit, allowed, x, y, walked, i, done);
-            else if ((towards & 2u) != 0) ended = approach<true, false>(table, n, right, limit, allowed, x, y, walked, i, done);
-            else if ((towards & 4u) != 0) ended = approach<false, true>(table, n, top, limit, allowed, x, y, walked, i, done);
-            else ended = approach<false, false>(table, n, bottom, limit, allowed, x, y, walked, i, done);
+            const std::size_t most = kKeep ? std::min(allowed, places > 0 ? places - 1 : 0) : allowed;
+            Kept<kKeep> kept{current, previous, previousLength, matches, sameA};
+            if ((towards & 1u) != 0) ended = approach<true, true>(table, n, left, limit, most, x, y, walked, i, done, kept);
+            else if ((towards & 2u) != 0) ended = approach<true, false>(table, n, right, limit, most, x, y, walked, i, done, kept);
+            else if ((towards & 4u) != 0) ended = approach<false, true>(table, n, top, limit, most, x, y, walked, i, done, kept);
+            else ended = approach<false, false>(table, n, bottom, limit, most, x, y, walked, i, done, kept);
             if (done == was) break;
             ax = toDevice(x);
             ay = toDevice(y);
@@ -354,13 +356,24 @@ private:
         m_unsent = unsent;
     }
 
-    // The steps of a walk in range, from step `done`, while each ends beyond `edge` (left or top
-    // when kLess, else right or bottom; of x when kX, else of y); the step after them is not taken.
-    // True when the walk passed its limit there, its last step counted.
-    template <bool kX, bool kLess>
-    static bool approach(const Move* table, int n, int edge, double limit, std::size_t allowed, double& x, double& y,
-                         double& walked, int& i, std::size_t& done) {
-        while (done < allowed) {
+    // Where a walk keeps its points, when kKeep: its places, the previous walk's points, the
+    // matches so far, and whether the last point is the previous walk's.
+    template <bool kKeep>
+    struct Kept {
+        std::uint64_t* current;
+        const std::uint64_t* previous;
+        std::size_t previousLength;
+        std::size_t& matches;
+        bool& same;
+    };
+
+    // The steps of a walk in range, from step `done` up to step `most`, while each ends beyond
+    // `edge` (left or top when kLess, else right or bottom; of x when kX, else of y); the step after
+    // them is not taken. True when the walk passed its limit there, its last step counted.
+    template <bool kX, bool kLess, bool kKeep>
+    static bool approach(const Move* table, int n, int edge, double limit, std::size_t most, double& x, double& y,
+                         double& walked, int& i, std::size_t& done, Kept<kKeep>& kept) {
+        while (done < most) {
             const Move& step = table[i];
             const double nx = x + step.dx, ny = y + step.dy;
             const int v = static_cast<int>(kX ? nx : ny);
@@ -370,6 +383,12 @@ private:
             walked += step.length;
             i = i + 1 == n ? 0 : i + 1;
             ++done;
+            if (kKeep) {
+                const std::uint64_t point = KivWalkRecord::pack(static_cast<int>(nx), static_cast<int>(ny));
+                kept.current[done] = point;
+                kept.same = done < kept.previousLength && kept.previous[done] == point;
+                kept.matches += kept.same ? 1 : 0;
+            }
             if (walked > limit) return true;  // the step that passes the limit is taken in full
         }
         return false;

@@ -278,62 +278,80 @@ TEST(KivHatchRaster, CountedStepsSpendTheBudgetAndLeaveThePositionAsEveryStrokeW
     }
 }
 
-// Once the previous walk's points are no longer kept (here the dashes fall elsewhere on each line,
-// and the lines lie more than a pixel apart), a walk that comes towards the box from beyond one of
-// its edges takes those steps without looking at each stroke. Still, every stroke that can show is
-// sent, the first one inside an edge included, whichever edges the walks come from and wherever
-// a walk or the budget ends; the count and the last position are those of every stroke.
+// A walk that comes towards the box from beyond one of its edges takes those steps without looking
+// at each stroke, whether the previous walk's points rest (lines a pixel or more apart, dashes
+// elsewhere on each) or are kept (lines a fraction of a pixel apart). Still, every stroke that can
+// show is sent, the first one inside an edge included, whichever edges the walks come from and
+// wherever a walk or the budget ends; the count and the last position are those of every stroke.
 TEST(KivHatchRaster, WalksComingTowardsTheBoxFromBeyondItsEdgesSendEveryStrokeThatCanShow) {
     const KivRect rect{0, 0, 240, 180};
     const KivRect box{37, 23, 201, 150};  // inside the rectangle: walks come from beyond every edge
-    const double zoom = 1.0 / 3.0;        // one pattern unit a pixel
-    const KivArray<HatchLineFamily> families =
-        listOf({family(20, 0.7, 1.3, u"3.5,-4,"), family(110, -0.4, 1.6, u"4,-2.5,"), family(200, 0.3, 1.2, u"2.4,-3,"),
-                family(290, 1.1, 1.7, u"5,-3,"), family(0, 0.6, 2.1, u"2.7,-4.3,"), family(90, 0.2, 1.9, u"3.2,-2,")});
-    KivStrokeRules rules;
-    rules.box = box;
-    rules.repeatsChangeNothing = true;
-    rules.emptyStrokesChangeNothing = true;
-    StrokeLog whole;
-    const long long steps = draw(whole, rect, families, zoom).strokes;
-    ASSERT_GT(steps, 20LL * 4096LL) << "too few steps for the record to rest";
-    // Budgets that run out while a walk comes towards the left edge from beyond it alone, two steps
-    // before it is passed (each step is one call to a device sent every stroke): eight of them,
-    // spread over the drawing.
-    const auto besideTheBox = [&](const RecordedStroke& p) { return p.x < box.left && p.y >= box.top && p.y < box.bottom; };
-    std::vector<long long> comingIn;
-    for (std::size_t k = 1; k + 2 < whole.sent.size(); ++k) {
-        const RecordedStroke &a = whole.sent[k - 1], &b = whole.sent[k], &c = whole.sent[k + 1];
-        if (besideTheBox(a) && besideTheBox(b) && besideTheBox(c) && a.x < b.x && b.x < c.x) comingIn.push_back(static_cast<long long>(k));
-    }
-    ASSERT_GE(comingIn.size(), 8u);
-    std::vector<long long> budgets{-1, steps / 2 + 7};
-    for (std::size_t j = 0; j < 8; ++j) budgets.push_back(comingIn[j * (comingIn.size() - 1) / 7]);
-    for (long long budget : budgets) {
-        SCOPED_TRACE(budget);
-        StrokeLog all;
-        const KivHatchPaint literal = draw(all, rect, families, zoom, 1.0, budget);
-        StrokeLog ruled(rules);
-        const KivHatchPaint paint = draw(ruled, rect, families, zoom, 1.0, budget);
-        EXPECT_EQ(paint.strokes, literal.strokes);
-        EXPECT_EQ(paint.guardStopped, literal.guardStopped);
-        std::set<Segment> canShow, intoTheBox;
-        for (const Segment& s : segments(all.sent)) {
-            const auto [ax, ay, bx, by] = s;
-            if (beyondOneEdge(s, box) || (ax == bx && ay == by)) continue;
-            canShow.insert(s);
-            const bool aInside = ax >= box.left && ax < box.right && ay >= box.top && ay < box.bottom;
-            const bool bInside = bx >= box.left && bx < box.right && by >= box.top && by < box.bottom;
-            if (!aInside && bInside) intoTheBox.insert(s);
+    struct Case {
+        const char* name;
+        double zoom;
+        KivArray<HatchLineFamily> families;
+        std::size_t budgets;  // that run out while a walk comes in
+    };
+    const Case cases[] = {
+        {"lines a pixel or more apart: the record rests", 1.0 / 3.0,  // one pattern unit a pixel
+         listOf({family(20, 0.7, 1.3, u"3.5,-4,"), family(110, -0.4, 1.6, u"4,-2.5,"), family(200, 0.3, 1.2, u"2.4,-3,"),
+                 family(290, 1.1, 1.7, u"5,-3,"), family(0, 0.6, 2.1, u"2.7,-4.3,"), family(90, 0.2, 1.9, u"3.2,-2,")}),
+         8},
+        {"lines half a pixel apart: the record is kept", 0.1,  // 0.3 pixel a pattern unit
+         listOf({family(20, 0.4, 1.7, u"12,-5,"), family(110, -0.3, 1.6, u"9,-6,"), family(200, 0.2, 1.8, u"14,-4,"),
+                 family(290, 0.5, 1.5, u"10,-7,")}),
+         3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const double zoom = c.zoom;
+        const KivArray<HatchLineFamily>& families = c.families;
+        KivStrokeRules rules;
+        rules.box = box;
+        rules.repeatsChangeNothing = true;
+        rules.emptyStrokesChangeNothing = true;
+        StrokeLog whole;
+        const long long steps = draw(whole, rect, families, zoom).strokes;
+        ASSERT_GT(steps, 20LL * 4096LL) << "too few steps for the record to rest";
+        // Budgets that run out while a walk comes towards the left edge from beyond it alone, two steps
+        // before it is passed (each step is one call to a device sent every stroke), spread over the
+        // drawing.
+        const auto besideTheBox = [&](const RecordedStroke& p) { return p.x < box.left && p.y >= box.top && p.y < box.bottom; };
+        std::vector<long long> comingIn;
+        for (std::size_t k = 1; k + 2 < whole.sent.size(); ++k) {
+            const RecordedStroke &a = whole.sent[k - 1], &b = whole.sent[k], &c = whole.sent[k + 1];
+            if (besideTheBox(a) && besideTheBox(b) && besideTheBox(c) && a.x < b.x && b.x < c.x)
+                comingIn.push_back(static_cast<long long>(k));
         }
-        if (budget < 0) ASSERT_GT(intoTheBox.size(), 200u) << "few strokes come into the box";
-        const std::vector<Segment> sentSegments = segments(ruled.sent);
-        const std::set<Segment> sent(sentSegments.begin(), sentSegments.end());
-        EXPECT_TRUE(sent == canShow);
-        for (const Segment& s : intoTheBox) EXPECT_EQ(sent.count(s), 1u) << "a stroke into the box was not sent";
-        ASSERT_FALSE(all.sent.empty());
-        ASSERT_FALSE(ruled.sent.empty());
-        EXPECT_EQ(all.sent.back().x, ruled.sent.back().x);  // the last position the device is given
-        EXPECT_EQ(all.sent.back().y, ruled.sent.back().y);
+        ASSERT_GE(comingIn.size(), c.budgets);
+        std::vector<long long> budgets{-1, steps / 2 + 7};
+        for (std::size_t j = 0; j < c.budgets; ++j) budgets.push_back(comingIn[j * (comingIn.size() - 1) / (c.budgets - 1)]);
+        for (long long budget : budgets) {
+            SCOPED_TRACE(budget);
+            StrokeLog all;
+            const KivHatchPaint literal = draw(all, rect, families, zoom, 1.0, budget);
+            StrokeLog ruled(rules);
+            const KivHatchPaint paint = draw(ruled, rect, families, zoom, 1.0, budget);
+            EXPECT_EQ(paint.strokes, literal.strokes);
+            EXPECT_EQ(paint.guardStopped, literal.guardStopped);
+            std::set<Segment> canShow, intoTheBox;
+            for (const Segment& s : segments(all.sent)) {
+                const auto [ax, ay, bx, by] = s;
+                if (beyondOneEdge(s, box) || (ax == bx && ay == by)) continue;
+                canShow.insert(s);
+                const bool aInside = ax >= box.left && ax < box.right && ay >= box.top && ay < box.bottom;
+                const bool bInside = bx >= box.left && bx < box.right && by >= box.top && by < box.bottom;
+                if (!aInside && bInside) intoTheBox.insert(s);
+            }
+            if (budget < 0) ASSERT_GT(intoTheBox.size(), 200u) << "few strokes come into the box";
+            const std::vector<Segment> sentSegments = segments(ruled.sent);
+            const std::set<Segment> sent(sentSegments.begin(), sentSegments.end());
+            EXPECT_TRUE(sent == canShow);
+            for (const Segment& s : intoTheBox) EXPECT_EQ(sent.count(s), 1u) << "a stroke into the box was not sent";
+            ASSERT_FALSE(all.sent.empty());
+            ASSERT_FALSE(ruled.sent.empty());
+            EXPECT_EQ(all.sent.back().x, ruled.sent.back().x);  // the last position the device is given
+            EXPECT_EQ(all.sent.back().y, ruled.sent.back().y);
+        }
     }
 }
