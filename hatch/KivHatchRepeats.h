@@ -11,6 +11,35 @@
 #include <utility>
 #include <vector>
 
+// Work that pays only while it finds something, done by rounds: after a round of at least kRound
+// items in which fewer than one in kWorthIt was found, the next kRestingRounds x kRound items are
+// taken without it; then it is done again.
+template <std::size_t kRound, std::size_t kWorthIt, std::size_t kRestingRounds>
+class KivWorkThatPays {
+public:
+    bool working() const { return m_working; }
+    // `items` more were taken, `found` of them found by the work (none while it rests).
+    void took(std::size_t items, std::size_t found) {
+        if (m_working) {
+            m_items += items;
+            m_found += found;
+            if (m_items < kRound) return;
+            m_working = m_found * kWorthIt >= m_items;
+            m_items = m_found = 0;
+            m_restLeft = kRound * kRestingRounds;
+        } else if (items < m_restLeft) {
+            m_restLeft -= items;
+        } else {
+            m_working = true;
+        }
+    }
+
+private:
+    bool m_working = true;
+    std::size_t m_items = 0, m_found = 0;  // of the round under way, while working
+    std::size_t m_restLeft = 0;            // items, while resting
+};
+
 // The strokes drawn lately in one paint, by their end points, so that one drawn again can be left
 // out: 2^11 pairs of places, a stroke hashed to a pair and put in place of the older of the two. A
 // stroke pushed out by others is drawn again when it comes back, which costs a call and changes
@@ -23,29 +52,23 @@
 // without looking, then a round is looked up again.
 class KivRecentStrokes {
 public:
-    static constexpr long long kRound = 4096;
-    static constexpr long long kWorthIt = 4;
-    static constexpr long long kRestingRounds = 8;
+    static constexpr std::size_t kRound = 4096;
+    static constexpr std::size_t kWorthIt = 4;
+    static constexpr std::size_t kRestingRounds = 8;
 
     // True when the stroke from a to b was found in the table; otherwise, when the table is being
     // looked in, it is put there. Without memory for the table every stroke is new.
     bool drawnBefore(int ax, int ay, int bx, int by) {
-        if (!m_looking) {  // resting: only counted
-            if (--m_left == 0) startRound(true);
+        if (!m_looking.working()) {  // resting: only counted
+            m_looking.took(1, 0);
             return false;
         }
         const bool found = lookUp(ax, ay, bx, by);
-        m_found += found ? 1 : 0;
-        if (--m_left == 0) startRound(m_found * kWorthIt >= kRound);
+        m_looking.took(1, found ? 1 : 0);
         return found;
     }
 
 private:
-    void startRound(bool looking) {
-        m_looking = looking;
-        m_left = looking ? kRound : kRound * kRestingRounds;
-        m_found = 0;
-    }
     struct Slot {
         int ax, ay, bx, by;
         bool operator==(const Slot& o) const { return ax == o.ax && ay == o.ay && bx == o.bx && by == o.by; }
@@ -74,9 +97,7 @@ private:
     static constexpr std::size_t kPairs = std::size_t{1} << 11;
     std::vector<Slot> m_slots;
     bool m_failed = false;
-    bool m_looking = true;
-    long long m_left = kRound;  // strokes before the round ends
-    long long m_found = 0;      // in the round
+    KivWorkThatPays<kRound, kWorthIt, kRestingRounds> m_looking;
 };
 
 // The device points of the walks in one direction, step by step: those of the walk under way and
@@ -103,7 +124,7 @@ public:
     }
     void forget() { m_previousLength = m_currentLength = 0; }
 
-    bool keeping() const { return m_keeping; }  // the next walk keeps its points
+    bool keeping() const { return m_keeping.working(); }  // the next walk keeps its points
 
     // A device point as one number, for a comparison in one step.
     static std::uint64_t pack(int x, int y) {
@@ -113,7 +134,7 @@ public:
     // The places for the walk under way: at least `steps` + 1 when there is memory (up to a limit),
     // none while the record rests.
     std::uint64_t* places(std::size_t steps, std::size_t& count) {
-        if (!m_keeping) {
+        if (!m_keeping.working()) {
             count = 0;
             return m_current.data();
         }
@@ -135,25 +156,12 @@ public:
     // them the previous walk's after as many steps.
     void recorded(std::size_t length, std::size_t steps, std::size_t matches) {
         m_currentLength = length;
-        if (m_keeping) {
-            m_roundSteps += steps;
-            m_roundMatches += matches;
-            if (m_roundSteps < kRound) return;
-            m_keeping = m_roundMatches * kWorthIt >= m_roundSteps;
-            m_roundSteps = m_roundMatches = 0;
-            m_restLeft = kRound * kRestingRounds;
-        } else if (steps < m_restLeft) {
-            m_restLeft -= steps;
-        } else {
-            m_keeping = true;
-        }
+        m_keeping.took(steps, matches);
     }
 
 private:
     static constexpr std::size_t kMostSteps = std::size_t{1} << 16;
     std::vector<std::uint64_t> m_previous, m_current;
     std::size_t m_previousLength = 0, m_currentLength = 0;
-    bool m_keeping = true;
-    std::size_t m_roundSteps = 0, m_roundMatches = 0;  // of the round under way, while keeping
-    std::size_t m_restLeft = 0;                         // steps, while resting
+    KivWorkThatPays<kRound, kWorthIt, kRestingRounds> m_keeping;
 };

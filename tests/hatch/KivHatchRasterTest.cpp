@@ -280,9 +280,10 @@ TEST(KivHatchRaster, CountedStepsSpendTheBudgetAndLeaveThePositionAsEveryStrokeW
 
 // A walk that comes towards the box from beyond one of its edges takes those steps without looking
 // at each stroke, whether the previous walk's points rest (lines a pixel or more apart, dashes
-// elsewhere on each) or are kept (lines a fraction of a pixel apart). Still, every stroke that can
-// show is sent, the first one inside an edge included, whichever edges the walks come from and
-// wherever a walk or the budget ends; the count and the last position are those of every stroke.
+// elsewhere on each) or are kept (plain lines a fraction of a pixel apart). Still, every stroke
+// that can show is sent, the first one inside an edge included, whichever edges the walks come
+// from and wherever a walk or the budget ends; the count and the last position are those of every
+// stroke.
 TEST(KivHatchRaster, WalksComingTowardsTheBoxFromBeyondItsEdgesSendEveryStrokeThatCanShow) {
     const KivRect rect{0, 0, 240, 180};
     const KivRect box{37, 23, 201, 150};  // inside the rectangle: walks come from beyond every edge
@@ -297,9 +298,9 @@ TEST(KivHatchRaster, WalksComingTowardsTheBoxFromBeyondItsEdgesSendEveryStrokeTh
          listOf({family(20, 0.7, 1.3, u"3.5,-4,"), family(110, -0.4, 1.6, u"4,-2.5,"), family(200, 0.3, 1.2, u"2.4,-3,"),
                  family(290, 1.1, 1.7, u"5,-3,"), family(0, 0.6, 2.1, u"2.7,-4.3,"), family(90, 0.2, 1.9, u"3.2,-2,")}),
          8},
-        {"lines half a pixel apart: the record is kept", 0.1,  // 0.3 pixel a pattern unit
-         listOf({family(20, 0.4, 1.7, u"12,-5,"), family(110, -0.3, 1.6, u"9,-6,"), family(200, 0.2, 1.8, u"14,-4,"),
-                 family(290, 0.5, 1.5, u"10,-7,")}),
+        {"plain lines and dots half a pixel apart: the record is kept", 0.1,  // 0.3 pixel a pattern unit
+         listOf({family(20, 0.4, 1.7, u"12,"), family(110, -0.3, 1.6, u"0,"), family(200, 0.2, 1.8, u"14,"),
+                 family(290, 0.5, 1.5, u"10,")}),
          3},
     };
     for (const Case& c : cases) {
