@@ -344,7 +344,9 @@ TEST(KivHatchRaster, WalksComingTowardsTheBoxFromBeyondItsEdgesSendEveryStrokeTh
                 const bool bInside = bx >= box.left && bx < box.right && by >= box.top && by < box.bottom;
                 if (!aInside && bInside) intoTheBox.insert(s);
             }
-            if (budget < 0) ASSERT_GT(intoTheBox.size(), 200u) << "few strokes come into the box";
+            if (budget < 0) {
+                ASSERT_GT(intoTheBox.size(), 200u) << "few strokes come into the box";
+            }
             const std::vector<Segment> sentSegments = segments(ruled.sent);
             const std::set<Segment> sent(sentSegments.begin(), sentSegments.end());
             EXPECT_TRUE(sent == canShow);
