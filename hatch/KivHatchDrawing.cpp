@@ -282,9 +282,9 @@ private:
         std::size_t done = 0, matches = 0;
         // While the walk comes towards the box from beyond one of its edges, none of its strokes
         // can show: both ends of each lie beyond that edge. Those steps are taken by a loop that
-        // looks at one coordinate only, an edge at a time (a walk may come from beyond two). With
-        // the record kept, only a plain line's or a line of dots is taken so (its points kept as far
-        // as there are places): in dashed families with a kept record the full loop measured faster.
+        // looks at one coordinate only, an edge at a time (a walk may come from beyond two). While
+        // the record is kept, only the walks of a plain line or of dots take that loop, keeping their
+        // points as far as there are places: in dashed families the full loop measured faster then.
         bool ended = false;  // the walk passed its limit there
         for (unsigned towards = codeA & ~awayFrom;
              kInRange && (!kKeep || kOneEntry) && table != nullptr && (codeA & awayFrom) == 0 && towards != 0;
