@@ -45,6 +45,22 @@ struct ShortSteps {
 
 }  // namespace
 
+KivPixelMask::Steps::Steps() {
+    const int reach = static_cast<int>(kStep);
+    for (int dx = -reach; dx <= reach; ++dx) {
+        for (int dy = -reach; dy <= reach; ++dy) {
+            StepPixels& pixels = of[dx + reach][dy + reach];
+            KivWalkGdiLine(0, 0, dx, dy, [&pixels](int x, int y) {
+                pixels.any = true;
+                pixels.lastX = x;
+                pixels.lastY = y;
+            });
+        }
+    }
+}
+
+const KivPixelMask::Steps KivPixelMask::s_steps;
+
 int KivGdiLineOctant(long long dx, long long dy) {
     if (dy > 0) {
         if (dx > 0) return dx > dy ? 1 : 2;
@@ -70,9 +86,9 @@ bool KivPixelMask::reset(const KivRect& box) {
     }
     m_box = box;
     m_stride = stride;
-    // A box that lies within the coordinates GDI takes as they are, a pixel of margin around it:
-    // a one-pixel step from inside it needs no other check.
-    const auto inside = [](long long v) { return v > -kCoordinateLimit + 2 && v < kCoordinateLimit - 2; };
+    // A box that lies within the coordinates GDI takes as they are, kStep pixels of margin around
+    // it: a step of up to kStep pixels from inside it needs no other check.
+    const auto inside = [](long long v) { return v > -kCoordinateLimit + kStep && v < kCoordinateLimit - kStep; };
     if (inside(box.left) && inside(box.right) && inside(box.top) && inside(box.bottom)) {
         m_stepWidth = static_cast<unsigned>(width);
         m_stepHeight = static_cast<unsigned>(height);

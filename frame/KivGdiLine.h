@@ -62,42 +62,55 @@ public:
     // up only where it crosses the box, so a line of any length costs at most the box's size.
     // False, and nothing set, without a box or for a line with a coordinate of 2^28 or more either
     // way (GDI scales such lines down before it draws them).
-    bool line(int x0, int y0, int x1, int y1) {
-        // The commonest line of a dense drawing, a step of one pixel or none from a pixel of the box
-        // (which lies within the coordinates GDI takes as they are), sets its start alone, or
-        // nothing: worked out here.
-        if (static_cast<unsigned>(x0) - static_cast<unsigned>(m_box.left) < m_stepWidth &&
-            static_cast<unsigned>(y0) - static_cast<unsigned>(m_box.top) < m_stepHeight &&
-            static_cast<unsigned>(x1) - static_cast<unsigned>(x0) + 1u <= 2u && static_cast<unsigned>(y1) - static_cast<unsigned>(y0) + 1u <= 2u) {
-            if (x0 != x1 || y0 != y1) set(x0, y0);
+    bool line(int x0, int y0, int x1, int y1) { return step(x0, y0, x1, y1) || walk(x0, y0, x1, y1); }
+    // line() of the commonest lines of a dense drawing, steps of up to kStep pixels each way whose
+    // pixels all lie in the box (which lies within the coordinates GDI takes as they are): such a
+    // step sets its start and at most one pixel more, looked up. False, and nothing set, for any
+    // other line.
+    bool step(int x0, int y0, int x1, int y1) {
+        const unsigned col = static_cast<unsigned>(x0) - static_cast<unsigned>(m_box.left);
+        const unsigned row = static_cast<unsigned>(y0) - static_cast<unsigned>(m_box.top);
+        const unsigned across = static_cast<unsigned>(x1) - static_cast<unsigned>(x0) + kStep;  // up to 2 kStep for a step
+        const unsigned down = static_cast<unsigned>(y1) - static_cast<unsigned>(y0) + kStep;
+        if (col >= m_stepWidth || row >= m_stepHeight || across > 2 * kStep || down > 2 * kStep) return false;
+        if (across - (kStep - 1) <= 2u && down - (kStep - 1) <= 2u) {  // a step of one pixel or none: its start alone, or nothing
+            if (x0 != x1 || y0 != y1) setAt(col, row);
             return true;
         }
-        return walk(x0, y0, x1, y1);
+        const StepPixels& pixels = s_steps.of[across][down];
+        const unsigned lastCol = col + static_cast<unsigned>(pixels.lastX), lastRow = row + static_cast<unsigned>(pixels.lastY);
+        if (lastCol >= m_stepWidth || lastRow >= m_stepHeight) return false;
+        if (pixels.any) {
+            setAt(col, row);
+            setAt(lastCol, lastRow);
+        }
+        return true;
     }
     bool at(int x, int y) const;
 
     // Each row's runs of set pixels, left to right and top to bottom: f(y, from, to), the pixels
-    // from `from` up to, not including, `to`.
+    // from `from` up to, not including, `to`. A bit that differs from its left neighbour (the bit
+    // below it, or the top bit of the word before in the row) starts a run when it is set and ends
+    // one when it is clear; only those bits are visited.
     template <class F>
     void forEachRun(F f) const {
         for (int row = 0; row < m_box.height(); ++row) {
             const std::uint64_t* words = &m_bits[static_cast<std::size_t>(row) * m_stride];
-            int from = -1;
+            std::uint64_t carry = 0;
+            int from = 0;
             for (std::size_t w = 0; w < m_stride; ++w) {
                 const std::uint64_t word = words[w];
+                std::uint64_t edges = word ^ ((word << 1) | carry);
+                carry = word >> 63;
                 const int base = static_cast<int>(w * 64);
-                if (word == (from < 0 ? std::uint64_t{0} : ~std::uint64_t{0})) continue;  // no edge in it
-                for (int bit = 0; bit < 64; ++bit) {
-                    const bool set = ((word >> bit) & 1u) != 0;
-                    if (set && from < 0) {
-                        from = base + bit;
-                    } else if (!set && from >= 0) {
-                        f(m_box.top + row, m_box.left + from, m_box.left + base + bit);
-                        from = -1;
-                    }
+                while (edges != 0) {
+                    const int bit = lowestBit(edges);
+                    edges &= edges - 1;
+                    if (((word >> bit) & 1u) != 0) from = base + bit;
+                    else f(m_box.top + row, m_box.left + from, m_box.left + base + bit);
                 }
             }
-            if (from >= 0) f(m_box.top + row, m_box.left + from, m_box.right);
+            if (carry != 0) f(m_box.top + row, m_box.left + from, m_box.right);  // up to the row's end
         }
     }
     long long runCount() const;
@@ -107,12 +120,36 @@ public:
 
 private:
     bool walk(int x0, int y0, int x1, int y1);  // line() of any line
-    void set(long long x, long long y) {
-        const std::size_t col = static_cast<std::size_t>(x - m_box.left);
-        m_bits[static_cast<std::size_t>(y - m_box.top) * m_stride + col / 64] |= std::uint64_t{1} << (col % 64);
+    // The index of the lowest set bit of a word that has one. The lowest bit alone times a de
+    // Bruijn sequence has a different number in its top six bits for each index.
+    static int lowestBit(std::uint64_t word) {
+        struct Indexes {
+            unsigned char of[64];
+            constexpr Indexes() : of{} {
+                for (int i = 0; i < 64; ++i) of[((std::uint64_t{1} << i) * kDeBruijn) >> 58] = static_cast<unsigned char>(i);
+            }
+        };
+        static constexpr Indexes indexes{};
+        return indexes.of[((word & (~word + 1)) * kDeBruijn) >> 58];
     }
+    static constexpr std::uint64_t kDeBruijn = 0x03F79D71B4CB0A89u;
+    void set(long long x, long long y) { setAt(static_cast<std::size_t>(x - m_box.left), static_cast<std::size_t>(y - m_box.top)); }
+    void setAt(std::size_t col, std::size_t row) { m_bits[row * m_stride + col / 64] |= std::uint64_t{1} << (col % 64); }
+    // The pixels of each step of up to kStep pixels each way, by its move plus kStep each way:
+    // whether it has any, and the offset of its last one from its start (0 when the start is the
+    // only one).
+    static constexpr unsigned kStep = 2;
+    struct StepPixels {
+        bool any = false;
+        int lastX = 0, lastY = 0;
+    };
+    struct Steps {
+        StepPixels of[2 * kStep + 1][2 * kStep + 1];
+        Steps();
+    };
+    static const Steps s_steps;
     KivRect m_box;
     std::size_t m_stride = 0;  // words a row; the bits past the box's right edge stay 0
-    unsigned m_stepWidth = 0, m_stepHeight = 0;  // the box's, for line()'s one step; 0 without a box
+    unsigned m_stepWidth = 0, m_stepHeight = 0;  // the box's, for step(); 0 without a box
     std::vector<std::uint64_t> m_bits;
 };

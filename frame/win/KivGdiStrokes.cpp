@@ -114,9 +114,10 @@ bool KivGdiStrokes::append(std::vector<POINT>& strokes, const POINT& from, const
 }
 
 // False when there is no memory to hold the stroke. (Once only the mask takes short strokes,
-// lineTo() puts them there itself: none that the mask takes comes here.)
+// lineTo() puts the commonest ones there itself.)
 bool KivGdiStrokes::hold(const POINT& from, const POINT& to) {
     if (m_masking && shortStroke(from, to) && m_mask.line(from.x, from.y, to.x, to.y)) {
+        if (m_runsOnly) return true;  // only the mask's runs will be sent
         if (!append(m_held, from, to)) return false;
         if (m_held.size() / 2 >= kHeldStrokes) sendHeld(false);
         return true;

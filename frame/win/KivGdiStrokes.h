@@ -46,10 +46,10 @@ public:
     void lineTo(int x, int y) {
         const LONG fromX = m_position.x, fromY = m_position.y;
         m_position = POINT{x, y};
-        // Once a drawing's short strokes go only into the mask, most of its strokes end here: what
-        // hold() would do with them, without the checks that led there (a drawing's rules and pen
-        // stay as they are until it is flushed).
-        if (m_runsOnly && shortStroke(POINT{fromX, fromY}, m_position) && m_mask.line(fromX, fromY, x, y)) {
+        // Once a drawing's short strokes go only into the mask, most of its strokes end here, steps
+        // of up to two pixels each way inside the box: what hold() would do with them, without the
+        // checks that led there (a drawing's rules and pen stay as they are until it is flushed).
+        if (m_runsOnly && m_mask.step(fromX, fromY, x, y)) {
             m_positionPending = true;
             return;
         }

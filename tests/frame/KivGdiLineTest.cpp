@@ -133,6 +133,62 @@ TEST(KivPixelMask, EveryShortStepGivesTheWalksPixels) {
     }
 }
 
+// Every step of up to three pixels each way from every point near each edge of the box, inside it
+// or just beyond it: those that end beyond an edge, or start there, set only their pixels in the box.
+TEST(KivPixelMask, EveryStepFromNearAnEdgeGivesTheWalksPixelsInTheBox) {
+    const KivRect box{3, 2, 30, 20};
+    std::vector<int> xs, ys;
+    for (int d = -3; d <= 3; ++d) {
+        xs.push_back(box.left + d);
+        xs.push_back(box.right - 1 + d);
+        ys.push_back(box.top + d);
+        ys.push_back(box.bottom - 1 + d);
+    }
+    KivPixelMask mask;
+    for (int x : xs) {
+        for (int y : ys) {
+            for (int dx = -3; dx <= 3; ++dx) {
+                for (int dy = -3; dy <= 3; ++dy) {
+                    ASSERT_TRUE(mask.reset(box));
+                    mask.line(x, y, x + dx, y + dy);
+                    ASSERT_EQ(setIn(mask), walkInBox(x, y, x + dx, y + dy, box)) << x << "," << y << " by " << dx << "," << dy;
+                }
+            }
+        }
+    }
+}
+
+// Rows of random pixels, in boxes of every width from 1 to 200 pixels (whole words, and words
+// partly used): the runs are those read pixel by pixel, each as long as it can be.
+TEST(KivPixelMask, ItsRunsAreThoseOfItsPixelsReadOneByOne) {
+    std::mt19937 random(7);
+    for (int width = 1; width <= 200; ++width) {
+        const KivRect box{-width / 3, 4, width - width / 3, 10};
+        KivPixelMask mask;
+        ASSERT_TRUE(mask.reset(box));
+        std::bernoulli_distribution set(width % 3 == 0 ? 0.9 : 0.4);
+        for (int y = box.top; y < box.bottom; ++y)
+            for (int x = box.left; x < box.right; ++x)
+                if (set(random)) mask.line(x, y, x + 1, y);
+        std::vector<std::vector<int>> expected;
+        for (int y = box.top; y < box.bottom; ++y) {
+            for (int x = box.left; x < box.right;) {
+                if (!mask.at(x, y)) {
+                    ++x;
+                    continue;
+                }
+                const int from = x;
+                while (x < box.right && mask.at(x, y)) ++x;
+                expected.push_back({y, from, x});
+            }
+        }
+        std::vector<std::vector<int>> runs;
+        mask.forEachRun([&](int y, int from, int to) { runs.push_back({y, from, to}); });
+        ASSERT_EQ(runs, expected) << "width " << width;
+        EXPECT_EQ(mask.runCount(), static_cast<long long>(expected.size()));
+    }
+}
+
 TEST(KivPixelMask, ItsRunsGiveBackEverySetPixelOnceEachRunAsLongAsItCanBe) {
     const KivRect box{-10, 3, 120, 9};  // 130 pixels a row: three words, the last one partly used
     KivPixelMask mask;
