@@ -20,46 +20,26 @@ int bitCount(std::uint64_t w) {
     return static_cast<int>((w * 0x0101010101010101u) >> 56);
 }
 
-// The pixels of every short step (up to kShort each way) as offsets from its start, worked out once
-// by the walk itself: most strokes of a dense drawing are such steps, and lie inside the box.
-constexpr int kShort = 4;
-struct ShortSteps {
-    struct Step {
-        int count = 0;
-        int dx[kShort], dy[kShort];
-    };
-    Step steps[2 * kShort + 1][2 * kShort + 1];
-    ShortSteps() {
-        for (int dx = -kShort; dx <= kShort; ++dx) {
-            for (int dy = -kShort; dy <= kShort; ++dy) {
-                Step& step = steps[dx + kShort][dy + kShort];
-                KivWalkGdiLine(0, 0, dx, dy, [&step](int x, int y) {
-                    step.dx[step.count] = x;
-                    step.dy[step.count] = y;
-                    ++step.count;
-                });
-            }
-        }
-    }
-};
-
 }  // namespace
 
-KivPixelMask::Steps::Steps() {
-    const int reach = static_cast<int>(kStep);
-    for (int dx = -reach; dx <= reach; ++dx) {
-        for (int dy = -reach; dy <= reach; ++dy) {
-            StepPixels& pixels = of[dx + reach][dy + reach];
-            KivWalkGdiLine(0, 0, dx, dy, [&pixels](int x, int y) {
-                pixels.any = true;
-                pixels.lastX = x;
-                pixels.lastY = y;
+KivPixelMask::ShortSteps::ShortSteps() {
+    for (int dx = -kShort; dx <= kShort; ++dx) {
+        for (int dy = -kShort; dy <= kShort; ++dy) {
+            ShortStep& step = of[dx + kShort][dy + kShort];
+            KivWalkGdiLine(0, 0, dx, dy, [&step](int x, int y) {
+                step.dx[step.count] = x;
+                step.dy[step.count] = y;
+                ++step.count;
             });
+            if (step.count > 0) {
+                step.lastX = step.dx[step.count - 1];
+                step.lastY = step.dy[step.count - 1];
+            }
         }
     }
 }
 
-const KivPixelMask::Steps KivPixelMask::s_steps;
+const KivPixelMask::ShortSteps KivPixelMask::s_shortSteps;
 
 int KivGdiLineOctant(long long dx, long long dy) {
     if (dy > 0) {
@@ -119,8 +99,7 @@ bool KivPixelMask::walk(int x0, int y0, int x1, int y1) {
     }
     if (adx <= kShort && ady <= kShort && x0 >= m_box.left && x0 < m_box.right && y0 >= m_box.top && y0 < m_box.bottom &&
         x1 >= m_box.left && x1 < m_box.right && y1 >= m_box.top && y1 < m_box.bottom) {  // all its pixels lie between its ends
-        static const ShortSteps shortSteps;
-        const ShortSteps::Step& step = shortSteps.steps[dx + kShort][dy + kShort];
+        const ShortStep& step = s_shortSteps.of[dx + kShort][dy + kShort];
         for (int i = 0; i < step.count; ++i) set(x0 + step.dx[i], y0 + step.dy[i]);
         return true;
     }

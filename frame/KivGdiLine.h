@@ -77,10 +77,10 @@ public:
             if (x0 != x1 || y0 != y1) setAt(col, row);
             return true;
         }
-        const StepPixels& pixels = s_steps.of[across][down];
+        const ShortStep& pixels = s_shortSteps.of[across + (kShort - kStep)][down + (kShort - kStep)];
         const unsigned lastCol = col + static_cast<unsigned>(pixels.lastX), lastRow = row + static_cast<unsigned>(pixels.lastY);
         if (lastCol >= m_stepWidth || lastRow >= m_stepHeight) return false;
-        if (pixels.any) {
+        if (pixels.count != 0) {
             setAt(col, row);
             setAt(lastCol, lastRow);
         }
@@ -135,19 +135,22 @@ private:
     static constexpr std::uint64_t kDeBruijn = 0x03F79D71B4CB0A89u;
     void set(long long x, long long y) { setAt(static_cast<std::size_t>(x - m_box.left), static_cast<std::size_t>(y - m_box.top)); }
     void setAt(std::size_t col, std::size_t row) { m_bits[row * m_stride + col / 64] |= std::uint64_t{1} << (col % 64); }
-    // The pixels of each step of up to kStep pixels each way, by its move plus kStep each way:
-    // whether it has any, and the offset of its last one from its start (0 when the start is the
-    // only one).
+    // The pixels of every short step (up to kShort pixels each way), by its move plus kShort each
+    // way, as offsets from its start, worked out once by the walk itself: most strokes of a dense
+    // drawing are such steps, and lie inside the box. The last pixel is kept apart (the start when
+    // it is the only one) for step(), which takes the steps of up to kStep pixels.
+    static constexpr int kShort = 4;
     static constexpr unsigned kStep = 2;
-    struct StepPixels {
-        bool any = false;
+    struct ShortStep {
+        int count = 0;
         int lastX = 0, lastY = 0;
+        int dx[kShort] = {}, dy[kShort] = {};
     };
-    struct Steps {
-        StepPixels of[2 * kStep + 1][2 * kStep + 1];
-        Steps();
+    struct ShortSteps {
+        ShortStep of[2 * kShort + 1][2 * kShort + 1];
+        ShortSteps();
     };
-    static const Steps s_steps;
+    static const ShortSteps s_shortSteps;
     KivRect m_box;
     std::size_t m_stride = 0;  // words a row; the bits past the box's right edge stay 0
     unsigned m_stepWidth = 0, m_stepHeight = 0;  // the box's, for step(); 0 without a box
